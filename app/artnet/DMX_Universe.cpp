@@ -1,0 +1,96 @@
+#include "artnet/DMX_Universe.h"
+
+#include "artnet/SocketAddress.h"
+#include "clock/MonotonicClock.h"
+
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <string_view>
+
+namespace {
+
+constexpr std::uint16_t ArtNetPort = 6454;
+constexpr std::uint64_t RefreshNanoseconds = 1'000'000'000;
+constexpr std::size_t HeaderSize = 18;
+
+// Header fields of ArtDmx that are written on each send.
+constexpr std::size_t SequenceOffset = 12;
+constexpr std::size_t SubUniOffset = 14;
+constexpr std::size_t LengthOffset = 16;
+
+constexpr std::array<std::uint8_t, HeaderSize> art_hdr = {
+    'A',  'r',  't', '-', 'N', 'e', 't', 0, // ID
+    0x00, 0x50,                             // OpCode, low byte first
+    0,    14,                               // ProtVer, high byte first
+    0,    0,    0,   0,   0,   0,           // Sequence, Physical, SubUni, Net and Length: zero until a send
+};
+
+std::optional<DMX_Universe::Registry> gUniverses;
+
+} // namespace
+
+DMX_Universe& DMX_Universe::getUniverse(std::int32_t number) {
+    std::array<char, sizeof "-2147483648"> digits{};
+    const int length = std::snprintf(digits.data(), digits.size(), "%05d", number);
+    const std::string_view key(digits.data(), static_cast<std::size_t>(length));
+
+    if (!gUniverses) {
+        gUniverses.emplace();
+    }
+    auto entry = gUniverses->find(key);
+    if (entry == gUniverses->end()) {
+        entry = gUniverses->emplace(key, std::make_unique<DMX_Universe>()).first;
+        entry->second->setUniverse(static_cast<std::uint32_t>(number));
+    }
+    return *entry->second;
+}
+
+const DMX_Universe::Registry* DMX_Universe::universes() {
+    return gUniverses ? &*gUniverses : nullptr;
+}
+
+void DMX_Universe::releaseUniverses() {
+    gUniverses.reset();
+}
+
+DMX_Universe::DMX_Universe() {
+    std::ranges::copy(art_hdr, buf.begin());
+}
+
+std::span<std::uint8_t, DMX_Universe::SlotCount> DMX_Universe::dmx() {
+    return std::span(buf).subspan<HeaderSize, SlotCount>();
+}
+
+std::int32_t DMX_Universe::sendWithSocket(int socket, std::uint32_t toAddress) {
+    if (!_active || !isDue()) {
+        return 0;
+    }
+    writeHeader();
+    const sockaddr_in destination = socketAddress(toAddress, ArtNetPort);
+    const auto sent = sendto(socket, buf.data(), buf.size(), 0,
+                             reinterpret_cast<const sockaddr*>(&destination), sizeof destination);
+    last_tx = monotonicNanoseconds();
+    _needsTX = false;
+    _active = false;
+    return static_cast<std::int32_t>(sent);
+}
+
+bool DMX_Universe::isDue() const {
+    return _needsTX || monotonicNanoseconds() - last_tx >= RefreshNanoseconds;
+}
+
+void DMX_Universe::advanceSequence() {
+    // Leaving 0 takes two steps: a stream runs 2, 3, ... 255, 0, 2, and 1 never goes out.
+    std::uint8_t& sequence = buf[SequenceOffset];
+    sequence = static_cast<std::uint8_t>(sequence + (sequence == 0 ? 2 : 1));
+}
+
+void DMX_Universe::writeHeader() {
+    advanceSequence();
+    buf[SubUniOffset] = static_cast<std::uint8_t>(_universe);
+    buf[LengthOffset] = SlotCount >> 8;
+    buf[LengthOffset + 1] = SlotCount & 0xFF;
+}

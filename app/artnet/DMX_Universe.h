@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+
+/// One Art-Net universe, kept as the ArtDmx datagram that is ready to go out: levels are written straight
+/// into its last 512 bytes, and a send fills in only what changes from one datagram to the next.
+class DMX_Universe {
+public:
+    /// An ArtDmx packet (Art-Net 4): an 18-byte header, then the 512 slots.
+    static constexpr std::size_t PacketSize = 530;
+    static constexpr std::size_t SlotCount = 512;
+
+    /// Every universe asked for so far, under its number in five digits: "00001" is universe 1.
+    using Registry = std::map<std::string, std::unique_ptr<DMX_Universe>, std::less<>>;
+
+    /// The universe of that number, made on first use. Finding one that exists allocates nothing.
+    static DMX_Universe& getUniverse(std::int32_t number);
+    /// The registry, or null before the first getUniverse().
+    static const Registry* universes();
+    /// Drops every universe and the registry with them; universes() is null again.
+    static void releaseUniverses();
+
+    DMX_Universe();
+
+    /// The slots, DMX slot n (1..512) at index n - 1. Valid as long as the universe lives.
+    std::span<std::uint8_t, SlotCount> dmx();
+    /// The datagram as it stands: header and slots.
+    std::span<const std::uint8_t, PacketSize> packet() const { return buf; }
+
+    /// Offers the universe to be sent to port 6454 of an IPv4 address in host order. It goes out when it is
+    /// active and either needs transmission or was last sent a second or more ago. Returns 0 when nothing was
+    /// sent, otherwise the bytes sent or -1. Both flags are cleared even by a send that failed, so that a
+    /// dead network is tried once a second and not thirty times.
+    std::int32_t sendWithSocket(int socket, std::uint32_t toAddress);
+
+    /// The whole number; only its low 8 bits go out on the wire.
+    std::uint32_t universe() const { return _universe; }
+    void setUniverse(std::uint32_t universe) { _universe = universe; }
+    /// Some slot changed since the last send.
+    bool needsTX() const { return _needsTX; }
+    void setNeedsTX(bool needsTX) { _needsTX = needsTX; }
+    /// Some fixture wrote its levels here since the last send.
+    bool active() const { return _active; }
+    void setActive(bool active) { _active = active; }
+
+private:
+    bool isDue() const;
+    void advanceSequence();
+    void writeHeader();
+
+    std::array<std::uint8_t, PacketSize> buf{};
+    std::uint64_t last_tx = 0;
+    bool _needsTX = false;
+    bool _active = false;
+    std::uint32_t _universe = 0;
+};

@@ -1,0 +1,51 @@
+#include "artnet/Transport.h"
+
+#include "artnet/SocketAddress.h"
+
+#include <fcntl.h>
+#include <sys/socket.h>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace {
+
+void bindToPort(int socket, std::uint16_t port) {
+    const sockaddr_in local = socketAddress(INADDR_ANY, port);
+    const int result = bind(socket, reinterpret_cast<const sockaddr*>(&local), sizeof local);
+    if (result != 0) {
+        std::printf("      bind returned %d\n", result);
+    }
+}
+
+void allowBroadcast(int socket) {
+    const int on = 1;
+    const int result = setsockopt(socket, SOL_SOCKET, SO_BROADCAST, &on, sizeof on);
+    if (result != 0) {
+        const int error = errno;
+        std::printf("      setsockopt(SO_BROADCAST) returned %d\n", result);
+        std::printf("        errno = %d\n", error);
+    }
+}
+
+/// With the send buffer full (a stalled interface), a sendto() without flags would wait for room and hold up
+/// the faders with it. A dropped datagram is made up for by the next one.
+void neverWait(int socket) {
+    fcntl(socket, F_SETFL, fcntl(socket, F_GETFL) | O_NONBLOCK);
+}
+
+} // namespace
+
+int createSocket(std::uint16_t port) {
+    const int socket = ::socket(AF_INET, SOCK_DGRAM, 0);
+    if (socket < 0) {
+        std::printf("    Error opening UDP socket! (%d)\n", errno);
+        return -1;
+    }
+    if (port != 0) {
+        bindToPort(socket, port);
+    }
+    allowBroadcast(socket);
+    neverWait(socket);
+    return socket;
+}
