@@ -2,6 +2,7 @@
 
 #include "artnet/DMX_Universe.h"
 #include "support/DatagramListener.h"
+#include "support/NoMoreDescriptors.h"
 #include "support/StandardOutput.h"
 
 #include <QTest>
@@ -9,7 +10,6 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <netinet/in.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -30,22 +30,6 @@ std::uint16_t localPort(int socket) {
     getsockname(socket, reinterpret_cast<sockaddr*>(&local), &size);
     return ntohs(local.sin_port);
 }
-
-/// Lets the program open no further file or socket as long as it lives.
-class NoMoreDescriptors {
-public:
-    NoMoreDescriptors() {
-        getrlimit(RLIMIT_NOFILE, &original_);
-        const rlimit none{.rlim_cur = 0, .rlim_max = original_.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &none);
-    }
-    ~NoMoreDescriptors() { setrlimit(RLIMIT_NOFILE, &original_); }
-    NoMoreDescriptors(const NoMoreDescriptors&) = delete;
-    NoMoreDescriptors& operator=(const NoMoreDescriptors&) = delete;
-
-private:
-    rlimit original_{};
-};
 
 } // namespace
 
