@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QStringView>
+#include <QVariant>
+
+#include <optional>
+
+/// What stored values mean as numbers. Numbers, booleans and strings are taken alike, a string by the number
+/// that it begins with; everything else, and a string that begins with none, reads as 0 or false. The decimal
+/// sign is a point in every locale.
+
+/// A 32-bit integer: beyond its range the nearest end of it, a real truncated toward zero, NaN as 0.
+int integerValue(const QVariant& value);
+
+/// A single-precision number. Infinite where the value is too large for it; NaN reads as 0.
+float floatValue(const QVariant& value);
+
+/// True for a number that is not 0, and for a string that begins with Y, y, T, t or an integer that is not 0.
+bool booleanValue(const QVariant& value);
+
+/// The integer at the beginning of a text, after white space and a sign; 0 when there is none, beyond 32 bits
+/// the nearest end of the range. "12abc" is 12.
+int leadingInteger(QStringView text);
+
+/// The decimal number at the beginning of a text, after white space; nothing when there is none. A digit on
+/// one side of the point is enough, an exponent counts when it is complete: "1.2.3" is 1.2, ".5" is 0.5,
+/// "5." is 5, "2e" is 2.
+std::optional<double> leadingNumber(QStringView text);
