@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <optional>
+
+/// A property-list file whose root is a dictionary, at most 16 MiB.
+class DictionaryFile {
+public:
+    explicit DictionaryFile(QString path) : path_(std::move(path)) {}
+
+    const QString& path() const { return path_; }
+
+    /// The dictionary. Nothing when the file is missing or damaged or its root is something else.
+    std::optional<QVariantMap> read() const;
+
+    /// Writes the dictionary as XML, whole or not at all. A file that stands there and cannot be read is not
+    /// written over: it is first renamed to "<name>.unreadable-YYYYMMDD-HHMMSS", local time, with a counter
+    /// behind it if that name is taken. False when nothing was written; so too when a value has no
+    /// property-list type or the result would be too large or too deep to be read again.
+    bool write(const QVariantMap& dictionary) const;
+
+private:
+    bool moveUnreadableAside() const;
+
+    QString path_;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+/// The file's bytes. Nothing when it cannot be read to its end, is larger than `maxBytes` or is no regular
+/// file: a pipe, a device or a folder does not make the caller wait.
+std::optional<QByteArray> readWholeFile(const QString& path, qint64 maxBytes);
+
+/// Puts these bytes in the place of the file, whole or not at all: whatever happens, the path holds either
+/// what stood there before or all of the bytes, and they are on the disk when this returns true. The folder
+/// is made when it is missing, a file's permissions are kept, a symbolic link goes on pointing at its file.
+/// False when nothing was written; also for what exists and is no regular file.
+bool writeWholeFile(const QString& path, const QByteArray& bytes);
+
+/// Where a path leads when it is a symbolic link, the target of a dangling link included; else the path
+/// itself.
+QString followLinks(const QString& path);
