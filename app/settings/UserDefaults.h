@@ -1,0 +1,36 @@
+#pragma once
+
+#include "plist/DictionaryFile.h"
+
+#include <QObject>
+#include <QTimer>
+
+/// What the program remembers of a user between its runs, apart from the rig: values under keys, kept in one
+/// file. Keys that nobody asks for stay as they were read.
+class UserDefaults : public QObject {
+    Q_OBJECT
+
+public:
+    /// Reads the file; without a readable one the store is empty.
+    explicit UserDefaults(QString path, QObject* parent = nullptr);
+
+    /// The file of this user, in the configuration folder.
+    static QString defaultPath();
+
+    /// The value under a key, of the types that PropertyList.h names; invalid when there is none.
+    QVariant objectForKey(const QString& key) const { return values_.value(key); }
+
+    /// Puts a value under a key, an invalid one takes the key away. The file is written half a second after
+    /// the first change. A value that no property list can hold changes nothing.
+    void setObject(const QVariant& value, const QString& forKey);
+
+    /// Writes what was changed since the last writing, now; to be called before the program ends. False when
+    /// that failed: the changes then wait for the next call or the next change.
+    bool synchronize();
+
+private:
+    DictionaryFile file_;
+    QVariantMap values_;
+    bool isChanged_ = false;
+    QTimer writeSoon_;
+};
