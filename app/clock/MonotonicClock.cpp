@@ -14,7 +14,9 @@ MonotonicClock gClock = systemClock;
 
 } // namespace
 
-std::uint64_t monotonicNanoseconds() { return gClock(); }
+std::uint64_t monotonicNanoseconds() {
+    return gClock();
+}
 
 MonotonicClock setMonotonicClock(MonotonicClock clock) {
     return std::exchange(gClock, clock ? clock : systemClock);

@@ -1,0 +1,38 @@
+#include "controls/ControlDefinition.h"
+
+#include "plist/Reading.h"
+
+namespace {
+
+std::uint32_t unsignedValue(const QVariant& value) {
+    return static_cast<std::uint32_t>(integerValue(value));
+}
+
+QString stringValue(const QVariant& value) {
+    return value.typeId() == QMetaType::QString ? value.toString() : QString();
+}
+
+} // namespace
+
+ControlDefinition ControlDefinition::fromEntry(const QVariantMap& entry) {
+    ControlDefinition definition;
+    definition.name = stringValue(entry.value("name"));
+    definition.defaultValue = unsignedValue(entry.value("default"));
+    definition.header = booleanValue(entry.value("header"));
+    definition.newlayer = booleanValue(entry.value("newlayer"));
+    if (integerValue(entry.value("channels")) == 2) {
+        definition.channels = 2;
+        definition.max = 65535;
+    }
+    if (entry.contains("blank")) {
+        definition.channels = unsignedValue(entry.value("blank"));
+        definition.hide = true;
+        definition.dummy = true;
+    }
+    if (entry.contains("label")) {
+        definition.channels = 0;
+        definition.dummy = true;
+        definition.name = stringValue(entry.value("label"));
+    }
+    return definition;
+}

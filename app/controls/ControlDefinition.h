@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <cstdint>
+#include <optional>
+
+/// What a profile says about one control. A key that is missing or of another type reads as absent, zero
+/// or false.
+struct ControlDefinition {
+    QString name;                   ///< null when the profile gives none
+    std::uint32_t defaultValue = 0; ///< the level at rest
+    std::uint32_t channels = 1;     ///< 1, 2 for a 16-bit control; a blank's own count; 0 for a label
+    std::uint32_t max = 255;        ///< 255, or 65535 for a 16-bit control
+    bool header = false;            ///< starts a new column
+    bool newlayer = false;          ///< raises the fixture's layer number before the name is resolved
+    bool hide = false;              ///< takes no place on the screen
+    bool dummy = false;             ///< a blank or a label: drives no slot, cannot be selected
+
+    static ControlDefinition fromEntry(const QVariantMap& entry);
+};

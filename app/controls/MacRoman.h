@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+/// The text that bytes spell in the Mac OS Roman character set.
+QString decodeMacRoman(QByteArrayView bytes);
