@@ -1,0 +1,24 @@
+#include "settings/Destination.h"
+
+#include "artnet/Address.h"
+#include "settings/UserDefaults.h"
+
+namespace {
+
+const char* const addressKey = "tx_address";
+const char* const thisMachine = "127.0.0.1";
+
+} // namespace
+
+void Destination::setIPAddress(const QString& dotted) {
+    const QString wanted = dotted.isNull() ? thisMachine : dotted;
+    const std::optional<std::uint32_t> address = parseAddress(wanted.toStdString());
+    if (!address)
+        return;
+    tx_address_ = *address;
+    defaults_.setObject(QString::fromStdString(printAddress(*address)), addressKey);
+}
+
+QString Destination::text() const {
+    return defaults_.objectForKey(addressKey).toString();
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "fixtures/WindowPlaces.h"
+
+class UserDefaults;
+
+/// The places of windows, kept in the user defaults under the windows' autosave names.
+class SavedPlaces : public WindowPlaces {
+public:
+    explicit SavedPlaces(UserDefaults& defaults) : defaults_(defaults) {}
+
+    std::optional<QPoint> place(const QString& autosavename) const override;
+    void setPlace(const QString& autosavename, QPoint place) override;
+
+private:
+    UserDefaults& defaults_;
+};

@@ -1,0 +1,59 @@
+#include "settings/Settings.h"
+
+namespace {
+
+constexpr QLatin1StringView viewsKey("views");
+constexpr QLatin1StringView profilesKey("profiles");
+constexpr QLatin1StringView cuesKey("cues");
+
+// Takes the value out, so that it is changed in place and not in a copy.
+template <typename Change>
+void changeMap(QVariantMap& dictionary, const QString& key, Change change) {
+    QVariantMap map = dictionary.take(key).toMap();
+    change(map);
+    dictionary.insert(key, std::move(map));
+}
+
+} // namespace
+
+QVariantList Settings::views() const {
+    return dictionary_ ? dictionary_->value(viewsKey).toList() : QVariantList();
+}
+
+bool Settings::setPlacement(qsizetype index, const QString& key, int value) {
+    QVariantList placements = views();
+    if (index < 0 || index >= placements.size() || placements.at(index).typeId() != QMetaType::QVariantMap)
+        return false;
+    QVariantMap placement = placements.at(index).toMap();
+    placement.insert(key, static_cast<qlonglong>(value));
+    placements[index] = placement;
+    dictionary_->insert(viewsKey, placements);
+    return true;
+}
+
+QVariantMap Settings::userProfiles() const {
+    return dictionary_ ? dictionary_->value(profilesKey).toMap() : QVariantMap();
+}
+
+QVariantMap Settings::cues() const {
+    return dictionary_ ? dictionary_->value(cuesKey).toMap() : QVariantMap();
+}
+
+bool Settings::hasCues() const {
+    return dictionary_ && dictionary_->value(cuesKey).typeId() == QMetaType::QVariantMap;
+}
+
+void Settings::createCues() {
+    if (dictionary_ && !hasCues())
+        dictionary_->insert(cuesKey, QVariantMap());
+}
+
+void Settings::setCue(const QString& number, const QVariant& entry) {
+    if (hasCues())
+        changeMap(*dictionary_, cuesKey, [&](QVariantMap& cues) { cues.insert(number, entry); });
+}
+
+void Settings::removeCue(const QString& number) {
+    if (hasCues())
+        changeMap(*dictionary_, cuesKey, [&](QVariantMap& cues) { cues.remove(number); });
+}
