@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QMenu>
+#include <QStringList>
+
+#include <optional>
+
+/// The menu of the cues: the commands, then one item for each cue. It is rebuilt whole; only check mark and
+/// title move in between.
+class CueMenu : public QMenu {
+    Q_OBJECT
+
+public:
+    /// What an item of the menu asks for; the numbers are the items' tags. A cue's own item has tag 0.
+    enum Tag {
+        ChooseCue = 0,
+        NextCue = 1,
+        PrevCue = 2,
+        StoreCue = 3,
+        Clear = 4,
+        ClearTiming = 5,
+        DeleteCue = 6
+    };
+
+    explicit CueMenu(QWidget* parent = nullptr);
+
+    /// Builds the menu anew, with `numbers` as they stand and `currCue` checked.
+    void setupCueMenu(const QStringList& numbers, const std::optional<QString>& currCue);
+    /// Checks the item of the current cue, unchecks the one before, and names the cue in the menu's title.
+    void showCurrCue(const std::optional<QString>& currCue);
+
+signals:
+    void cueAction(CueMenu::Tag tag, const QString& title);
+    void newCueChosen();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void addCommands();
+    void addItem(const QString& title, Tag tag, const QKeySequence& keys, const QString& toolTip = {});
+    void check(QAction* item);
+    QAction* itemWithTitle(const QString& title) const;
+
+    QAction* checkedItem_ = nullptr;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+class Settings;
+
+/// The cues of the present rig: numbered records of every control that is not at rest. They live in the
+/// settings and go with them.
+class CueStore {
+public:
+    explicit CueStore(Settings& settings) : settings_(settings) {}
+
+    /// The cue numbers in ascending order.
+    QStringList sortedCueList() const;
+    /// The list of records of a stored cue, the placeholder of one that was never stored, or nothing.
+    QVariant entry(const QString& number) const;
+
+    /// Adds a cue without data, whatever stood under the number before.
+    void create(const QString& number);
+    /// Records every control that is away from its default or has a fade time, replacing the cue's data.
+    void store(const QString& number);
+    void remove(const QString& number);
+
+private:
+    Settings& settings_;
+};
