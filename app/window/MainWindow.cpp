@@ -1,0 +1,78 @@
+#include "window/MainWindow.h"
+
+#include "cues/MenuText.h"
+#include "fixtures/ScreenPlace.h"
+#include "fixtures/WindowPlaces.h"
+#include "ui_MainWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+
+namespace {
+
+const char* const autosavename = "faderhall_main_window";
+
+// Faders and text fields both know how to copy and paste; whatever has the focus is asked.
+void sendToFocus(const char* operation) {
+    if (QWidget* const focus = QApplication::focusWidget();
+        focus && focus->metaObject()->indexOfSlot(QByteArray(operation) + "()") >= 0)
+        QMetaObject::invokeMethod(focus, operation);
+}
+
+} // namespace
+
+MainWindow::MainWindow(WindowPlaces& places) : ui(std::make_unique<Ui::MainWindow>()), places_(places) {
+    ui->setupUi(this);
+    connect(ui->quitAction, &QAction::triggered, this, &MainWindow::quitChosen);
+    connect(ui->copyAction, &QAction::triggered, this, [] { sendToFocus("copy"); });
+    connect(ui->pasteAction, &QAction::triggered, this, [] { sendToFocus("paste"); });
+}
+
+MainWindow::~MainWindow() = default;
+
+AddressField& MainWindow::addressField() {
+    return *ui->TxAddress;
+}
+QTableView& MainWindow::tableview() {
+    return *ui->tableview;
+}
+QMenu& MainWindow::configMenu() {
+    return *ui->configMenu;
+}
+CueMenu& MainWindow::cueMenu() {
+    return *ui->cueMenu;
+}
+WindowMenu& MainWindow::windowMenu() {
+    return *ui->windowMenu;
+}
+
+void MainWindow::addConfiguration(const QString& name) {
+    QAction* const item = ui->configMenu->addAction(menuText(name));
+    item->setData(name);
+    connect(item, &QAction::triggered, this, [this, name] { emit configurationChosen(name); });
+}
+
+void MainWindow::checkConfiguration(const QString& name) {
+    for (QAction* const item : ui->configMenu->actions())
+        if (item->data().toString() == name) {
+            item->setCheckable(true);
+            item->setChecked(true);
+        }
+}
+
+void MainWindow::open() {
+    if (const auto remembered = places_.place(autosavename))
+        move(movedOntoScreen(*remembered, size()));
+    show();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    event->ignore(); // the window goes with the program
+    emit quitChosen();
+}
+
+void MainWindow::moveEvent(QMoveEvent* event) {
+    QMainWindow::moveEvent(event);
+    if (isVisible())
+        places_.setPlace(autosavename, pos());
+}

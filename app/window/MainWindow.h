@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <memory>
+
+class AddressField;
+class CueMenu;
+class QTableView;
+class WindowMenu;
+class WindowPlaces;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The program's main window: menu bar, address field and fixture table, as MainWindow.ui describes them.
+/// It says what the operator chose and leaves the doing to others; only Copy and Paste, which go to
+/// whatever has the focus, end here.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// `places` has to outlive the window.
+    explicit MainWindow(WindowPlaces& places);
+    ~MainWindow() override;
+
+    AddressField& addressField();
+    QTableView& tableview();
+    QMenu& configMenu();
+    CueMenu& cueMenu();
+    WindowMenu& windowMenu();
+
+    /// Adds a rig's name to the configuration menu.
+    void addConfiguration(const QString& name);
+    /// Puts the check mark on a rig's name; the others keep theirs.
+    void checkConfiguration(const QString& name);
+
+    /// Shows the window at its remembered place.
+    void open();
+
+signals:
+    void quitChosen();
+    void configurationChosen(const QString& name);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+
+private:
+    std::unique_ptr<Ui::MainWindow> ui;
+    WindowPlaces& places_;
+};
