@@ -1,0 +1,242 @@
+#include "AppDelegate.h"
+
+#include "ProcessActivity.h"
+#include "Resources.h"
+#include "artnet/DMX_Universe.h"
+#include "artnet/Transport.h"
+#include "controls/DMXControl.h"
+#include "controls/EditView.h"
+#include "fixtures/ControlView.h"
+#include "window/AddressField.h"
+#include "window/Sheets.h"
+#include "window/WindowMenu.h"
+
+#include <QApplication>
+#include <QTableView>
+
+#include <cstdint>
+#include <utility>
+
+namespace {
+
+const char* const configNameKey = "configName";
+const char* const mainWindowTitleKey = "mainWindowTitle";
+const char* const unknownConfig = "unknown_config";
+const char* const stateKeyPrefix = "saved_state: ";
+
+// QApplication::quit() would ask every window to close first, and fixture windows refuse.
+void quit() {
+    QCoreApplication::exit();
+}
+
+QList<QWidget*> fixtureWindows() {
+    QList<QWidget*> windows;
+    if (const auto* views = ControlView::controlViews())
+        for (const auto& view : *views)
+            windows.append(view->window());
+    return windows;
+}
+
+QStringList titles(const QList<QWidget*>& windows) {
+    QStringList titles;
+    for (const QWidget* window : windows)
+        titles.append(window->windowTitle());
+    return titles;
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(const QString& resources)
+    : resources_(resourceFolder(resources)), defaults(UserDefaults::defaultPath()),
+      settingsFile(SettingsFile::defaultPath()), places(defaults), savedState(defaults),
+      destination(defaults), cues(settings), cueStepper(cues), window(places), quitSignals(quit) {
+    connectWindow();
+}
+
+// Widgets and universes go while the application object still stands.
+AppDelegate::~AppDelegate() {
+    ControlView::reset();
+    DMXControl::reset();
+    EditView::release();
+    DMX_Universe::releaseUniverses();
+}
+
+void AppDelegate::connectWindow() {
+    connect(&window, &MainWindow::quitChosen, this, quit);
+    connect(&window, &MainWindow::configurationChosen, this, &AppDelegate::askForConfiguration);
+    connect(&window.addressField(), &AddressField::txChange, this, &AppDelegate::setIPAddress);
+    connect(&window.cueMenu(), &CueMenu::cueAction, this, &AppDelegate::cueAction);
+    connect(&window.cueMenu(), &CueMenu::newCueChosen, this, &AppDelegate::askForNewCue);
+    connect(&cueStepper, &CueStepper::currCueChanged, this,
+            [this] { window.cueMenu().showCurrCue(cueStepper.currCue()); });
+    connect(&fixtureTable, &FixtureTable::edited, this, &AppDelegate::editFixture);
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    loadTables();
+    loadSettings();
+    profiles.addUserProfiles(settings.userProfiles());
+    skt = createSocket(0);
+    window.open();
+    createControlViews();
+    scanWindows();
+    bringToFront(defaults.objectForKey(mainWindowTitleKey).toString());
+    savedState.restoreState(stateKey);
+    setIPAddress(defaults.objectForKey("tx_address").toString());
+    window.tableview().setModel(&fixtureTable);
+    ticker.start([this] { timerProc(); });
+    beginActivity();
+    setupCueMenu();
+    savedState.restoreControlSelections();
+}
+
+void AppDelegate::loadTables() {
+    profiles.setTable(readResource(resources_, "profiles"));
+    configs = Configurations(readResource(resources_, "configurations"));
+    for (const QString& name : configs.names())
+        window.addConfiguration(name);
+}
+
+// Without a settings file the default configuration is taken, whatever name the user defaults hold.
+void AppDelegate::loadSettings() {
+    settings = Settings(settingsFile.read());
+    QString name = defaults.objectForKey(configNameKey).toString();
+    if (!settings.dictionary()) {
+        name = configs.defaultName();
+        settings = Settings(configs.configuration(name));
+    }
+    setConfigName(name.isNull() ? unknownConfig : name);
+}
+
+void AppDelegate::setConfigName(const QString& name) {
+    configName = name;
+    stateKey = stateKeyPrefix + name;
+    window.checkConfiguration(name);
+}
+
+void AppDelegate::createControlViews() {
+    for (const QVariant& placement : settings.views())
+        ControlView::controlViewWithSettings(placement.toMap(), profiles, places);
+}
+
+void AppDelegate::scanWindows() {
+    const QList<QWidget*> fixtures = fixtureWindows();
+    window.windowMenu().setWindows(QList<QWidget*>{&window} + fixtures);
+    window.windowMenu().setKeyEquivalents(window.windowTitle(), titles(fixtures));
+}
+
+void AppDelegate::bringToFront(const QString& title) {
+    for (QWidget* const candidate : QList<QWidget*>{&window} + fixtureWindows())
+        if (candidate->windowTitle() == title) {
+            candidate->raise();
+            candidate->activateWindow();
+        }
+}
+
+void AppDelegate::timerProc() {
+    if (const auto* views = ControlView::controlViews())
+        for (const auto& view : *views)
+            view->update();
+    if (const auto* universes = DMX_Universe::universes())
+        for (const auto& [key, universe] : *universes)
+            universe->sendWithSocket(skt, destination.tx_address());
+}
+
+void AppDelegate::setIPAddress(const QString& dotted) {
+    destination.setIPAddress(dotted);
+    window.addressField().setText(destination.text());
+}
+
+void AppDelegate::editFixture(int row, FixtureTable::Column column, int value) {
+    const auto* views = ControlView::controlViews();
+    const QString key = column == FixtureTable::Universe ? "universe" : "address";
+    if (column != FixtureTable::Name && views && static_cast<std::size_t>(row) < views->size() &&
+        settings.setPlacement(row, key, value)) {
+        ControlView& view = *(*views)[static_cast<std::size_t>(row)];
+        if (column == FixtureTable::Universe)
+            view.setUniverse(static_cast<std::uint32_t>(value));
+        else
+            view.setAddress(static_cast<std::uint32_t>(value));
+        view.rescanControls();
+        dictDirty = true;
+    }
+    scanWindows();
+}
+
+void AppDelegate::setupCueMenu() {
+    window.cueMenu().setupCueMenu(cues.sortedCueList(), cueStepper.currCue());
+}
+
+void AppDelegate::cueAction(CueMenu::Tag tag, const QString& title) {
+    switch (tag) {
+    case CueMenu::NextCue:
+        return cueStepper.next();
+    case CueMenu::PrevCue:
+        return cueStepper.previous();
+    case CueMenu::StoreCue:
+        return cueStepper.storeCue();
+    case CueMenu::Clear:
+        return cueStepper.clear();
+    case CueMenu::ClearTiming:
+        return cueStepper.clearTiming();
+    case CueMenu::DeleteCue:
+        if (cueStepper.deleteCue())
+            setupCueMenu();
+        return;
+    case CueMenu::ChooseCue:
+        return cueStepper.choose(title);
+    }
+}
+
+void AppDelegate::askForNewCue() {
+    openTextSheet(window,
+                  {.message = "Enter new cue number", .informativeText = {}, .fieldLabel = "Cue number"},
+                  [this](const QString& number) { createCue(number); });
+}
+
+void AppDelegate::createCue(const QString& number) {
+    if (number.isEmpty())
+        return;
+    cues.create(number);
+    cueStepper.setCurrCue(number);
+    setupCueMenu();
+}
+
+void AppDelegate::askForConfiguration(const QString& name) {
+    openNumberSheet(
+        window, {.message = "Load Configuration", .informativeText = name, .fieldLabel = "Universe offset"},
+        [this, name](int universeOffset) { loadConfiguration(name, universeOffset); });
+}
+
+void AppDelegate::loadConfiguration(const QString& name, int universeOffset) {
+    const auto configuration = configs.shiftedConfiguration(name, universeOffset);
+    if (!configuration)
+        return;
+    settings = Settings(configuration);
+    setConfigName(name);
+    reloadSettings();
+}
+
+void AppDelegate::reloadSettings() {
+    fixtureTable.detach();
+    ControlView::reset();
+    DMXControl::reset();
+    createControlViews();
+    scanWindows();
+    bringToFront(defaults.objectForKey(mainWindowTitleKey).toString());
+    savedState.restoreState(stateKey);
+    fixtureTable.attach();
+}
+
+void AppDelegate::applicationWillTerminate() {
+    if (std::exchange(terminated, true))
+        return;
+    savedState.saveState(stateKey);
+    if (settings.dictionary())
+        settingsFile.write(*settings.dictionary());
+    defaults.setObject(configName, configNameKey);
+    if (const QWidget* const front = QApplication::activeWindow())
+        defaults.setObject(front->windowTitle(), mainWindowTitleKey);
+    savedState.saveControlSelections();
+    defaults.synchronize();
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "QuitSignals.h"
+#include "Ticker.h"
+#include "cues/CueMenu.h"
+#include "cues/CueStepper.h"
+#include "cues/CueStore.h"
+#include "fixtures/Profiles.h"
+#include "settings/Configurations.h"
+#include "settings/Destination.h"
+#include "settings/SavedPlaces.h"
+#include "settings/SavedState.h"
+#include "settings/Settings.h"
+#include "settings/SettingsFile.h"
+#include "settings/UserDefaults.h"
+#include "window/FixtureTable.h"
+#include "window/MainWindow.h"
+
+#include <QObject>
+#include <QString>
+
+/// The order of start-up, tick and quit. Makes the objects of the rooms in the order in which they need each
+/// other, hands each what it needs, and carries out the commands that concern more than one of them.
+class AppDelegate : public QObject {
+    Q_OBJECT
+
+public:
+    /// `resources` is the folder that was asked for on the command line; null when none was.
+    explicit AppDelegate(const QString& resources);
+    ~AppDelegate() override;
+
+    /// Starts the console; once.
+    void applicationDidFinishLaunching();
+    /// The quit sequence; carried out once, however often it is asked for.
+    void applicationWillTerminate();
+
+private:
+    void loadTables();
+    void loadSettings();
+    void createControlViews();
+    void bringToFront(const QString& title);
+    void reloadSettings();
+    void connectWindow();
+
+    void timerProc();
+    void setIPAddress(const QString& dotted);
+    void scanWindows();
+    void editFixture(int row, FixtureTable::Column column, int value);
+
+    void setupCueMenu();
+    void cueAction(CueMenu::Tag tag, const QString& title);
+    void askForNewCue();
+    void createCue(const QString& number);
+    void askForConfiguration(const QString& name);
+    void loadConfiguration(const QString& name, int universeOffset);
+    void setConfigName(const QString& name);
+
+    QString resources_;
+    UserDefaults defaults;
+    SettingsFile settingsFile;
+    SavedPlaces places;
+    SavedState savedState;
+    Destination destination;
+    Profiles profiles;
+    Configurations configs;
+    Settings settings;
+    QString configName;
+    QString stateKey;
+    int skt = -1;
+    CueStore cues;
+    CueStepper cueStepper;
+    FixtureTable fixtureTable;
+    MainWindow window;
+    Ticker ticker;
+    QuitSignals quitSignals;
+    bool dictDirty = false; ///< the operator moved a fixture
+    bool terminated = false;
+};

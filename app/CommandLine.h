@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// What the program was started with.
+struct CommandLine {
+    QString resources;             ///< the folder of the tables; null when none is given
+    std::optional<int> exitStatus; ///< stands when all is said and the program has to end
+};
+
+/// Reads the arguments. --help and --version are answered on standard output, and anything that is not
+/// understood is named on standard error; none of it needs a display.
+CommandLine readCommandLine(int argc, char** argv);

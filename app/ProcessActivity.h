@@ -1,0 +1,5 @@
+#pragma once
+
+/// Tells the desktop that the console is at work, so that it neither sleeps nor slows the tick down:
+/// "Faderhall is running". Where no desktop offers the service nothing happens. Ends with the process.
+void beginActivity();

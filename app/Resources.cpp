@@ -1,0 +1,18 @@
+#include "Resources.h"
+
+#include "plist/DictionaryFile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+QString resourceFolder(const QString& askedFor) {
+    if (!askedFor.isNull())
+        return askedFor;
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QString beside = program.filePath("resources");
+    return QDir(beside).exists() ? beside : program.filePath("../share/faderhall");
+}
+
+std::optional<QVariantMap> readResource(const QString& folder, const QString& name) {
+    return DictionaryFile(QDir(folder).filePath(name + ".plist")).read();
+}
