@@ -383,8 +383,10 @@ ControlLook DMXControl::look() const {
             .outlined = firstResponder && isActiveWindow()};
 }
 
-void DMXControl::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange && firstResponder)
+bool DMXControl::event(QEvent* event) {
+    const bool windowCameOrWent =
+        event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate;
+    if (windowCameOrWent && firstResponder)
         update();
-    QWidget::changeEvent(event);
+    return QWidget::event(event);
 }
