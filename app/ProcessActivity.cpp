@@ -2,12 +2,25 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QFileInfo>
+
+namespace {
+
+// Asked without one, the bus library would start a bus that nobody listens on.
+bool hasSessionBus() {
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus");
+}
+
+} // namespace
 
 void beginActivity() {
+    if (!hasSessionBus())
+        return;
     QDBusMessage inhibit =
         QDBusMessage::createMethodCall("org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver",
                                        "org.freedesktop.ScreenSaver", "Inhibit");
     inhibit.setAutoStartService(false);
     inhibit.setArguments({"Faderhall", "Faderhall is running"});
-    QDBusConnection::sessionBus().send(inhibit); // does not wait; without a bus it is lost, as it may be
+    QDBusConnection::sessionBus().send(inhibit); // does not wait for the answer
 }
