@@ -31,16 +31,19 @@ void quit() {
 
 QList<QWidget*> fixtureWindows() {
     QList<QWidget*> windows;
-    if (const auto* views = ControlView::controlViews())
-        for (const auto& view : *views)
+    if (const auto* views = ControlView::controlViews()) {
+        for (const auto& view : *views) {
             windows.append(view->window());
+        }
+    }
     return windows;
 }
 
 QStringList titles(const QList<QWidget*>& windows) {
     QStringList titles;
-    for (const QWidget* window : windows)
+    for (const QWidget* window : windows) {
         titles.append(window->windowTitle());
+    }
     return titles;
 }
 
@@ -93,8 +96,9 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::loadTables() {
     profiles.setTable(readResource(resources_, "profiles"));
     configs = Configurations(readResource(resources_, "configurations"));
-    for (const QString& name : configs.names())
+    for (const QString& name : configs.names()) {
         window.addConfiguration(name);
+    }
 }
 
 // Without a settings file the default configuration is taken, whatever name the user defaults hold.
@@ -115,8 +119,9 @@ void AppDelegate::setConfigName(const QString& name) {
 }
 
 void AppDelegate::createControlViews() {
-    for (const QVariant& placement : settings.views())
+    for (const QVariant& placement : settings.views()) {
         ControlView::controlViewWithSettings(placement.toMap(), profiles, places);
+    }
 }
 
 void AppDelegate::scanWindows() {
@@ -126,20 +131,25 @@ void AppDelegate::scanWindows() {
 }
 
 void AppDelegate::bringToFront(const QString& title) {
-    for (QWidget* const candidate : QList<QWidget*>{&window} + fixtureWindows())
+    for (QWidget* const candidate : QList<QWidget*>{&window} + fixtureWindows()) {
         if (candidate->windowTitle() == title) {
             candidate->raise();
             candidate->activateWindow();
         }
+    }
 }
 
 void AppDelegate::timerProc() {
-    if (const auto* views = ControlView::controlViews())
-        for (const auto& view : *views)
+    if (const auto* views = ControlView::controlViews()) {
+        for (const auto& view : *views) {
             view->update();
-    if (const auto* universes = DMX_Universe::universes())
-        for (const auto& [key, universe] : *universes)
+        }
+    }
+    if (const auto* universes = DMX_Universe::universes()) {
+        for (const auto& [key, universe] : *universes) {
             universe->sendWithSocket(skt, destination.tx_address());
+        }
+    }
 }
 
 void AppDelegate::setIPAddress(const QString& dotted) {
@@ -153,10 +163,11 @@ void AppDelegate::editFixture(int row, FixtureTable::Column column, int value) {
     if (column != FixtureTable::Name && views && static_cast<std::size_t>(row) < views->size() &&
         settings.setPlacement(row, key, value)) {
         ControlView& view = *(*views)[static_cast<std::size_t>(row)];
-        if (column == FixtureTable::Universe)
+        if (column == FixtureTable::Universe) {
             view.setUniverse(static_cast<std::uint32_t>(value));
-        else
+        } else {
             view.setAddress(static_cast<std::uint32_t>(value));
+        }
         view.rescanControls();
         dictDirty = true;
     }
@@ -180,8 +191,9 @@ void AppDelegate::cueAction(CueMenu::Tag tag, const QString& title) {
     case CueMenu::ClearTiming:
         return cueStepper.clearTiming();
     case CueMenu::DeleteCue:
-        if (cueStepper.deleteCue())
+        if (cueStepper.deleteCue()) {
             setupCueMenu();
+        }
         return;
     case CueMenu::ChooseCue:
         return cueStepper.choose(title);
@@ -195,8 +207,9 @@ void AppDelegate::askForNewCue() {
 }
 
 void AppDelegate::createCue(const QString& number) {
-    if (number.isEmpty())
+    if (number.isEmpty()) {
         return;
+    }
     cues.create(number);
     cueStepper.setCurrCue(number);
     setupCueMenu();
@@ -210,8 +223,9 @@ void AppDelegate::askForConfiguration(const QString& name) {
 
 void AppDelegate::loadConfiguration(const QString& name, int universeOffset) {
     const auto configuration = configs.shiftedConfiguration(name, universeOffset);
-    if (!configuration)
+    if (!configuration) {
         return;
+    }
     settings = Settings(configuration);
     setConfigName(name);
     reloadSettings();
@@ -229,14 +243,17 @@ void AppDelegate::reloadSettings() {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    if (std::exchange(terminated, true))
+    if (std::exchange(terminated, true)) {
         return;
+    }
     savedState.saveState(stateKey);
-    if (settings.dictionary())
+    if (settings.dictionary()) {
         settingsFile.write(*settings.dictionary());
+    }
     defaults.setObject(configName, configNameKey);
-    if (const QWidget* const front = QApplication::activeWindow())
+    if (const QWidget* const front = QApplication::activeWindow()) {
         defaults.setObject(front->windowTitle(), mainWindowTitleKey);
+    }
     savedState.saveControlSelections();
     defaults.synchronize();
 }

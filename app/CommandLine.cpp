@@ -33,13 +33,17 @@ CommandLine readCommandLine(int argc, char** argv) {
     const QCommandLineOption resources("resources",
                                        "Take profiles.plist and configurations.plist from <DIR>.", "DIR");
     parser.addOptions({help, version, resources});
-    if (!parser.parse(QCoreApplication::arguments()))
+    if (!parser.parse(QCoreApplication::arguments())) {
         return refused(parser.errorText());
-    if (parser.isSet(help))
+    }
+    if (parser.isSet(help)) {
         return answered(parser.helpText());
-    if (parser.isSet(version))
+    }
+    if (parser.isSet(version)) {
         return answered(QString("faderhall %1").arg(QCoreApplication::applicationVersion()));
-    if (!parser.positionalArguments().isEmpty())
+    }
+    if (!parser.positionalArguments().isEmpty()) {
         return refused(QString("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
+    }
     return {.resources = parser.value(resources), .exitStatus = {}};
 }

@@ -15,8 +15,9 @@ bool hasSessionBus() {
 } // namespace
 
 void beginActivity() {
-    if (!hasSessionBus())
+    if (!hasSessionBus()) {
         return;
+    }
     QDBusMessage inhibit =
         QDBusMessage::createMethodCall("org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver",
                                        "org.freedesktop.ScreenSaver", "Inhibit");

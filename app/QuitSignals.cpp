@@ -24,20 +24,24 @@ void passOn(int signal) {
 } // namespace
 
 QuitSignals::QuitSignals(const std::function<void()>& quit) {
-    if (::pipe(gPipe.data()) != 0)
+    if (::pipe(gPipe.data()) != 0) {
         return; // out of descriptors: signals end the program at once, as they would without us
+    }
     auto* const notifier = new QSocketNotifier(gPipe[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [notifier, quit] {
         notifier->setEnabled(false);
         quit();
     });
-    for (const int signal : quitSignals)
+    for (const int signal : quitSignals) {
         std::signal(signal, passOn);
+    }
 }
 
 QuitSignals::~QuitSignals() {
-    for (const int signal : quitSignals)
+    for (const int signal : quitSignals) {
         std::signal(signal, SIG_DFL);
-    for (int& end : gPipe)
+    }
+    for (int& end : gPipe) {
         ::close(std::exchange(end, -1));
+    }
 }

@@ -6,8 +6,9 @@
 #include <QDir>
 
 QString resourceFolder(const QString& askedFor) {
-    if (!askedFor.isNull())
+    if (!askedFor.isNull()) {
         return askedFor;
+    }
     const QDir program(QCoreApplication::applicationDirPath());
     const QString beside = program.filePath("resources");
     return QDir(beside).exists() ? beside : program.filePath("../share/faderhall");

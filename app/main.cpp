@@ -9,8 +9,9 @@
 int main(int argc, char** argv) {
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // a line at a time, into a pipe too
     const CommandLine commandLine = readCommandLine(argc, argv);
-    if (commandLine.exitStatus)
+    if (commandLine.exitStatus) {
         return *commandLine.exitStatus;
+    }
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // the application object sets the user's, and stored numbers have none
     QApplication::setQuitOnLastWindowClosed(false);

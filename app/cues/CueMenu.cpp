@@ -23,8 +23,9 @@ void CueMenu::setupCueMenu(const QStringList& numbers, const std::optional<QStri
     clear();
     checkedItem_ = nullptr;
     addCommands();
-    for (const QString& number : numbers)
+    for (const QString& number : numbers) {
         addItem(number, ChooseCue, {}, selectToolTip);
+    }
     check(currCue ? itemWithTitle(*currCue) : nullptr);
 }
 
@@ -65,8 +66,9 @@ void CueMenu::showCurrCue(const std::optional<QString>& currCue) {
 
 // Only the checked item is checkable: choosing an item must not turn its mark round by itself.
 void CueMenu::check(QAction* item) {
-    if (checkedItem_)
+    if (checkedItem_) {
         checkedItem_->setCheckable(false);
+    }
     checkedItem_ = item;
     if (item) {
         item->setCheckable(true);
@@ -76,6 +78,7 @@ void CueMenu::check(QAction* item) {
 
 // Alt goes down to select a cue without executing it; the menu stays open.
 void CueMenu::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Alt)
+    if (event->key() != Qt::Key_Alt) {
         QMenu::keyPressEvent(event);
+    }
 }

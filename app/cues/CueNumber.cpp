@@ -7,8 +7,9 @@
 namespace {
 
 int order(auto first, auto second) {
-    if (first == second)
+    if (first == second) {
         return 0;
+    }
     return first < second ? -1 : 1;
 }
 
@@ -37,10 +38,13 @@ private:
 int compareCueNumbers(const QString& first, const QString& second, const void*) {
     Components firsts(first);
     Components seconds(second);
-    while (!firsts.atEnd() && !seconds.atEnd())
-        if (const int byNumber = order(firsts.next(), seconds.next()); byNumber != 0)
+    while (!firsts.atEnd() && !seconds.atEnd()) {
+        if (const int byNumber = order(firsts.next(), seconds.next()); byNumber != 0) {
             return byNumber;
-    if (firsts.atEnd() != seconds.atEnd())
+        }
+    }
+    if (firsts.atEnd() != seconds.atEnd()) {
         return firsts.atEnd() ? -1 : 1;
+    }
     return order(first.compare(second), 0);
 }

@@ -29,42 +29,48 @@ void CueStepper::setCurrCue(const std::optional<QString>& number) {
 }
 
 void CueStepper::executeCue(const QVariant& entry) {
-    if (entry.typeId() != QMetaType::QVariantList)
+    if (entry.typeId() != QMetaType::QVariantList) {
         return;
+    }
     const QHash<QString, QVariantMap> records = recordsByKey(entry.toList());
     for (const auto& [key, control] : DMXControl::controlsByName()) {
         const auto record = records.find(key);
-        if (record == records.end())
+        if (record == records.end()) {
             control->setDefault();
-        else
+        } else {
             control->setDMXValue(static_cast<std::uint32_t>(integerValue(record->value("value"))),
                                  floatValue(record->value("time")));
+        }
     }
 }
 
 void CueStepper::choose(const QString& number) {
     setCurrCue(number);
-    if (!optionKeyIsHeld())
+    if (!optionKeyIsHeld()) {
         executeCue(cues_.entry(number));
+    }
 }
 
 void CueStepper::next() {
     const QStringList numbers = cues_.sortedCueList();
     const qsizetype place = currCue_ ? numbers.indexOf(*currCue_) : numbers.size() - 1;
-    if (place >= 0)
+    if (place >= 0) {
         choose(numbers.at((place + 1) % numbers.size()));
+    }
 }
 
 void CueStepper::previous() {
     const QStringList numbers = cues_.sortedCueList();
     const qsizetype place = currCue_ ? numbers.indexOf(*currCue_) : 0;
-    if (place >= 0 && !numbers.isEmpty())
+    if (place >= 0 && !numbers.isEmpty()) {
         choose(numbers.at((place + numbers.size() - 1) % numbers.size()));
+    }
 }
 
 void CueStepper::storeCue() {
-    if (currCue_)
+    if (currCue_) {
         cues_.store(*currCue_);
+    }
 }
 
 void CueStepper::clear() {
@@ -84,8 +90,9 @@ void CueStepper::clearTiming() {
 }
 
 bool CueStepper::deleteCue() {
-    if (!currCue_)
+    if (!currCue_) {
         return false;
+    }
     cues_.remove(*currCue_);
     setCurrCue({});
     return true;

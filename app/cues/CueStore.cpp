@@ -41,9 +41,11 @@ void CueStore::create(const QString& number) {
 
 void CueStore::store(const QString& number) {
     QVariantList records;
-    for (const auto& [key, control] : DMXControl::controlsByName())
-        if (!isAtRest(*control))
+    for (const auto& [key, control] : DMXControl::controlsByName()) {
+        if (!isAtRest(*control)) {
             records.append(controlRecord(key, *control));
+        }
+    }
     settings_.setCue(number, records);
 }
 

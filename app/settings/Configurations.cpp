@@ -29,8 +29,9 @@ std::optional<QVariantMap> Configurations::configuration(const QString& name) co
 std::optional<QVariantMap> Configurations::shiftedConfiguration(const QString& name,
                                                                 int universeOffset) const {
     std::optional<QVariantMap> copy = configuration(name);
-    if (!copy)
+    if (!copy) {
         return {};
+    }
     QVariantList views = copy->value("views").toList();
     for (QVariant& view : views) {
         QVariantMap placement = view.toMap();

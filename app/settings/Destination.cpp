@@ -13,8 +13,9 @@ const char* const thisMachine = "127.0.0.1";
 void Destination::setIPAddress(const QString& dotted) {
     const QString wanted = dotted.isNull() ? thisMachine : dotted;
     const std::optional<std::uint32_t> address = parseAddress(wanted.toStdString());
-    if (!address)
+    if (!address) {
         return;
+    }
     tx_address_ = *address;
     defaults_.setObject(QString::fromStdString(printAddress(*address)), addressKey);
 }

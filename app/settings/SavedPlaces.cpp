@@ -5,8 +5,9 @@
 
 std::optional<QPoint> SavedPlaces::place(const QString& autosavename) const {
     const QVariantList coordinates = defaults_.objectForKey(autosavename).toList();
-    if (coordinates.size() != 2)
+    if (coordinates.size() != 2) {
         return {};
+    }
     return QPoint(integerValue(coordinates[0]), integerValue(coordinates[1]));
 }
 

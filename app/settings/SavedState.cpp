@@ -28,9 +28,11 @@ QString registeredKey(const DMXControl* control) {
 
 void SavedState::saveState(const QString& stateKey) {
     QVariantList records;
-    for (const auto& [key, control] : DMXControl::controlsByName())
-        if (control->notDefault())
+    for (const auto& [key, control] : DMXControl::controlsByName()) {
+        if (control->notDefault()) {
             records.append(levelRecord(key, control->value()));
+        }
+    }
     defaults_.setObject(records, stateKey);
 }
 
@@ -43,9 +45,11 @@ void SavedState::restoreState(const QString& stateKey) const {
 
 void SavedState::saveControlSelections() {
     QVariantList selections;
-    if (const auto* views = ControlView::controlViews())
-        for (const auto& view : *views)
+    if (const auto* views = ControlView::controlViews()) {
+        for (const auto& view : *views) {
             selections.append(registeredKey(view->selectedControl()));
+        }
+    }
     defaults_.setObject(selections, selectionsKey);
 }
 
@@ -56,8 +60,9 @@ void SavedState::restoreControlSelections() const {
     for (std::size_t i = 0; views && i < views->size() && i < static_cast<std::size_t>(selections.size());
          ++i) {
         const auto found = registry.find(selections.at(static_cast<qsizetype>(i)).toString());
-        if (found == registry.end())
+        if (found == registry.end()) {
             continue;
+        }
         (*views)[i]->setSelectedControl(found->second.get());
         found->second->makeFirstResponder();
     }

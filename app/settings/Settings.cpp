@@ -11,7 +11,7 @@ template <typename Change>
 void changeMap(QVariantMap& dictionary, const QString& key, Change change) {
     QVariantMap map = dictionary.take(key).toMap();
     change(map);
-    dictionary.insert(key, std::move(map));
+    dictionary.insert(key, map);
 }
 
 } // namespace
@@ -22,8 +22,9 @@ QVariantList Settings::views() const {
 
 bool Settings::setPlacement(qsizetype index, const QString& key, int value) {
     QVariantList placements = views();
-    if (index < 0 || index >= placements.size() || placements.at(index).typeId() != QMetaType::QVariantMap)
+    if (index < 0 || index >= placements.size() || placements.at(index).typeId() != QMetaType::QVariantMap) {
         return false;
+    }
     QVariantMap placement = placements.at(index).toMap();
     placement.insert(key, static_cast<qlonglong>(value));
     placements[index] = placement;
@@ -44,16 +45,19 @@ bool Settings::hasCues() const {
 }
 
 void Settings::createCues() {
-    if (dictionary_ && !hasCues())
+    if (dictionary_ && !hasCues()) {
         dictionary_->insert(cuesKey, QVariantMap());
+    }
 }
 
 void Settings::setCue(const QString& number, const QVariant& entry) {
-    if (hasCues())
+    if (hasCues()) {
         changeMap(*dictionary_, cuesKey, [&](QVariantMap& cues) { cues.insert(number, entry); });
+    }
 }
 
 void Settings::removeCue(const QString& number) {
-    if (hasCues())
+    if (hasCues()) {
         changeMap(*dictionary_, cuesKey, [&](QVariantMap& cues) { cues.remove(number); });
+    }
 }

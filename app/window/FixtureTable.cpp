@@ -16,8 +16,9 @@ const ControlView* viewAt(int row) {
 }
 
 QString cellText(const ControlView* view, int column) {
-    if (!view)
+    if (!view) {
         return {};
+    }
     switch (column) {
     case FixtureTable::Name:
         return view->name();
@@ -54,20 +55,23 @@ int FixtureTable::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant FixtureTable::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return {};
+    }
     return columnTitles.at(static_cast<std::size_t>(section));
 }
 
 QVariant FixtureTable::data(const QModelIndex& index, int role) const {
-    if (role != Qt::DisplayRole && role != Qt::EditRole)
+    if (role != Qt::DisplayRole && role != Qt::EditRole) {
         return {};
+    }
     return cellText(viewAt(index.row()), index.column());
 }
 
 bool FixtureTable::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (role != Qt::EditRole)
+    if (role != Qt::EditRole) {
         return false;
+    }
     emit edited(index.row(), static_cast<Column>(index.column()), integerValue(value));
     emit dataChanged(index, index);
     return true;

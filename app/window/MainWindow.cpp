@@ -15,8 +15,9 @@ const char* const autosavename = "faderhall_main_window";
 // Faders and text fields both know how to copy and paste; whatever has the focus is asked.
 void sendToFocus(const char* operation) {
     if (QWidget* const focus = QApplication::focusWidget();
-        focus && focus->metaObject()->indexOfSlot(QByteArray(operation) + "()") >= 0)
+        focus && focus->metaObject()->indexOfSlot(QByteArray(operation) + "()") >= 0) {
         QMetaObject::invokeMethod(focus, operation);
+    }
 }
 
 } // namespace
@@ -53,16 +54,18 @@ void MainWindow::addConfiguration(const QString& name) {
 }
 
 void MainWindow::checkConfiguration(const QString& name) {
-    for (QAction* const item : ui->configMenu->actions())
+    for (QAction* const item : ui->configMenu->actions()) {
         if (item->data().toString() == name) {
             item->setCheckable(true);
             item->setChecked(true);
         }
+    }
 }
 
 void MainWindow::open() {
-    if (const auto remembered = places_.place(autosavename))
+    if (const auto remembered = places_.place(autosavename)) {
         move(movedOntoScreen(*remembered, size()));
+    }
     show();
 }
 
@@ -73,6 +76,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::moveEvent(QMoveEvent* event) {
     QMainWindow::moveEvent(event);
-    if (isVisible())
+    if (isVisible()) {
         places_.setPlace(autosavename, pos());
+    }
 }

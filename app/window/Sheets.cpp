@@ -31,8 +31,9 @@ QDialog* makeSheet(QWidget& window, const SheetText& text, QWidget* field) {
     sheet->setWindowTitle(text.message);
     auto* const rows = new QVBoxLayout(sheet);
     addLine(*rows, text.message, true);
-    if (!text.informativeText.isEmpty())
+    if (!text.informativeText.isEmpty()) {
         addLine(*rows, text.informativeText, false);
+    }
     auto* const accessory = new QFormLayout;
     accessory->addRow(text.fieldLabel, field);
     rows->addLayout(accessory);

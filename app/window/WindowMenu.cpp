@@ -20,9 +20,11 @@ void WindowMenu::setWindows(const QList<QWidget*>& windows) {
 void WindowMenu::setKeyEquivalents(const QString& mainTitle, const QStringList& fixtureTitles) {
     setKeyEquivalent(mainTitle, 0);
     int number = 1;
-    for (const QString& title : fixtureTitles)
-        if (setKeyEquivalent(title, number))
+    for (const QString& title : fixtureTitles) {
+        if (setKeyEquivalent(title, number)) {
             ++number;
+        }
+    }
 }
 
 bool WindowMenu::setKeyEquivalent(const QString& title, int number) {
@@ -30,8 +32,9 @@ bool WindowMenu::setKeyEquivalent(const QString& title, int number) {
     const QList<QAction*> items = actions();
     const auto found =
         std::ranges::find_if(items, [&](const QAction* item) { return item->data().toString() == title; });
-    if (found == items.end())
+    if (found == items.end()) {
         return false;
+    }
     (*found)->setShortcut(number <= lastDigit ? QKeySequence(QString("Ctrl+%1").arg(number))
                                               : QKeySequence());
     return true;
