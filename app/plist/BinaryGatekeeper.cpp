@@ -14,6 +14,7 @@ constexpr std::uint64_t unfoldedBytesPerFileByte = 4;
 struct Weight {
     std::uint64_t bytes = 0;
     std::uint64_t nodes = 1;
+    std::uint64_t work = 0;
     int depth = 0;
 };
 
@@ -30,8 +31,8 @@ private:
     struct OpenContainer {
         std::uint64_t index;
         BinaryObject object;
+        Weight weight;
         std::uint64_t next = 0;
-        Weight weight = {.depth = 1};
     };
     struct Known {
         std::optional<Weight> weight;
@@ -45,6 +46,7 @@ private:
     bool open(std::uint64_t index, const BinaryObject& container);
     void close();
     bool add(const Known& child);
+    bool isWithinLimits(const Weight& weight) const;
 
     BinaryObjectTable table_;
     const GatekeeperLimits& limits_;
@@ -98,14 +100,14 @@ bool Weigher::weigh(const BinaryObject& leaf, Known& known) {
 }
 
 bool Weigher::open(std::uint64_t index, const BinaryObject& container) {
-    const bool isDictionary = container.kind == BinaryObject::Kind::dictionary;
-    if (static_cast<int>(path_.size()) >= limits_.maxDepth ||
-        (isDictionary && container.entries > static_cast<std::uint64_t>(limits_.maxEntries))) {
+    if (static_cast<int>(path_.size()) >= limits_.maxDepth) {
         return false;
     }
+    const std::uint64_t keys = container.kind == BinaryObject::Kind::dictionary ? container.entries : 0;
+    const Weight weight{.work = keys > 0 ? keys * (keys - 1) / 2 : 0, .depth = 1};
     known_[index].isOpen = true;
-    path_.push_back({.index = index, .object = container});
-    return true;
+    path_.push_back({.index = index, .object = container, .weight = weight});
+    return isWithinLimits(weight);
 }
 
 void Weigher::close() {
@@ -126,9 +128,15 @@ bool Weigher::add(const Known& child) {
     Weight& sum = container.weight;
     sum.nodes += child.weight->nodes;
     sum.bytes += child.weight->bytes;
+    sum.work += child.weight->work;
     sum.depth = std::max(sum.depth, child.weight->depth + 1);
     ++container.next;
-    return sum.nodes <= maxNodes_ && sum.bytes <= maxBytes_ && sum.depth <= limits_.maxDepth;
+    return isWithinLimits(sum);
+}
+
+bool Weigher::isWithinLimits(const Weight& weight) const {
+    return weight.nodes <= maxNodes_ && weight.bytes <= maxBytes_ && weight.work <= limits_.maxWork &&
+           weight.depth <= limits_.maxDepth;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <QByteArrayView>
 
 #include <cstddef>
+#include <cstdint>
 
 /// The largest property-list file that is read, in bytes.
 inline constexpr std::size_t largestPropertyListFile = std::size_t{16} * 1024 * 1024;
@@ -14,8 +15,11 @@ struct GatekeeperLimits {
     int maxDepth = 64;
     /// Keys and values, each counted as often as it is reached.
     int maxNodes = 1'000'000;
-    /// Keys of one dictionary. The parser's work on colliding or repeated keys grows with the square of it.
-    int maxEntries = 10'000;
+    /// What takes the parser time that grows with a square: the pairs of keys that share a dictionary, all of
+    /// which it compares when the keys collide or repeat, and for each entity in a text the text's length in
+    /// pieces of 256 bytes, because it moves the rest of the text up. So much takes a few seconds at worst;
+    /// one dictionary of 14,142 keys comes to it.
+    std::uint64_t maxWork = 100'000'000;
 };
 
 /// Whether these bytes are a property list that can be parsed safely: XML or binary (version 00), well

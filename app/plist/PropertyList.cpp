@@ -7,15 +7,14 @@
 
 #include <plist/plist.h>
 
-#include <locale.h>
-#ifdef __APPLE__
-#include <xlocale.h>
-#endif
-
 #include <bit>
+#include <clocale>
 #include <cstdlib>
 #include <limits>
 #include <memory>
+#ifdef __APPLE__
+#include <xlocale.h>
+#endif
 
 namespace {
 
@@ -23,9 +22,7 @@ struct NodeDeleter {
     void operator()(plist_t node) const { plist_free(node); }
 };
 struct MemoryDeleter {
-    void operator()(void* memory) const {
-        std::free(memory);
-    } // NOLINT(*-no-malloc): what the library hands out
+    void operator()(void* memory) const { std::free(memory); }
 };
 using Node = std::unique_ptr<void, NodeDeleter>;
 using Iterator = std::unique_ptr<void, MemoryDeleter>;
@@ -157,7 +154,7 @@ std::optional<QVariant> readDictionary(plist_t node, Format format) {
         if (!name || !value) {
             return std::nullopt;
         }
-        dictionary.insert(*name, std::move(*value));
+        dictionary[*name] = std::move(*value);
     }
     const auto uid = format == Format::xml ? uidFromXml(dictionary) : std::nullopt;
     return uid ? QVariant::fromValue(*uid) : QVariant(dictionary);

@@ -37,7 +37,7 @@ private:
     struct Container {
         bool isDictionary;
         bool awaitsValue = false;
-        int entries = 0;
+        std::uint64_t keys = 0;
     };
 
     bool prolog();
@@ -48,6 +48,7 @@ private:
     bool endTag(QByteArrayView name);
     bool admit(QByteArrayView name);
     bool open(QByteArrayView name);
+    bool spend(std::uint64_t work);
     bool leafContent(QByteArrayView name);
 
     void skipSpace();
@@ -60,6 +61,7 @@ private:
     const GatekeeperLimits& limits_;
     std::vector<Container> open_;
     int nodes_ = 0;
+    std::uint64_t work_ = 0;
 };
 
 bool XmlScanner::prolog() {
@@ -143,11 +145,11 @@ bool XmlScanner::admit(QByteArrayView name) {
         return !isKey;
     }
     Container& dictionary = open_.back();
-    if (isKey == dictionary.awaitsValue || (isKey && ++dictionary.entries > limits_.maxEntries)) {
+    if (isKey == dictionary.awaitsValue) {
         return false;
     }
     dictionary.awaitsValue = isKey;
-    return true;
+    return !isKey || spend(dictionary.keys++);
 }
 
 bool XmlScanner::open(QByteArrayView name) {
@@ -158,8 +160,17 @@ bool XmlScanner::open(QByteArrayView name) {
     return true;
 }
 
+bool XmlScanner::spend(std::uint64_t work) {
+    work_ += work;
+    return work_ <= limits_.maxWork;
+}
+
 bool XmlScanner::leafContent(QByteArrayView name) {
-    while (takeUpTo("<")) {
+    while (const std::optional<QByteArrayView> text = takeUpTo("<")) {
+        const auto entities = static_cast<std::uint64_t>(text->count('&'));
+        if (entities > 0 && !spend(entities * (static_cast<std::uint64_t>(text->size()) / 256))) {
+            return false;
+        }
         if (take("/")) {
             const bool matches = take(name);
             skipSpace();

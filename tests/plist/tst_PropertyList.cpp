@@ -1,4 +1,5 @@
 #include "plist/PropertyList.h"
+#include "support/CommaLocale.h"
 
 #include <QTest>
 
@@ -312,14 +313,14 @@ void tst_PropertyList::sixtyFourLevelsAreWrittenAndOneMoreIsNot() {
 }
 
 void tst_PropertyList::realsAreTheSameUnderACommaLocale() {
-    if (!std::setlocale(LC_ALL, "de_DE.UTF-8")) {
-        QSKIP("no locale with a decimal comma");
+    const CommaLocale locale;
+    if (!locale.isSet()) {
+        QSKIP("the system has no locale with a decimal comma");
     }
-    const std::optional<QVariant> read = readPropertyList(xml("<real>0.5</real>"), limit);
-    const QByteArray written = writeXmlPropertyList(0.5);
-    std::setlocale(LC_ALL, "C.UTF-8");
-    QCOMPARE(read, std::optional(QVariant(0.5)));
-    QCOMPARE(written, xml("<real>0.5</real>"));
+    QCOMPARE(QByteArray(std::localeconv()->decimal_point), QByteArray(","));
+    QCOMPARE(readPropertyList(xml("<real>0.5</real>"), limit), std::optional(QVariant(0.5)));
+    QCOMPARE(writeXmlPropertyList(0.5), xml("<real>0.5</real>"));
+    QCOMPARE(QByteArray(std::localeconv()->decimal_point), QByteArray(","));
 }
 
 QTEST_APPLESS_MAIN(tst_PropertyList)
