@@ -19,6 +19,13 @@ bool isRegular(int descriptor) {
     return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
+// QSaveFile gives the owner what the reader of the old file may do, which for an administrator is more.
+bool keepPermissions(const QString& oldFile, int newFile) {
+    struct stat status {};
+    return stat(QFile::encodeName(oldFile).constData(), &status) != 0 ||
+           fchmod(newFile, status.st_mode & 07777U) == 0;
+}
+
 // The rename lasts only once the folder is on the disk too. Some file systems cannot sync a folder; the file
 // is whole even then.
 void syncFolder(const QString& folder) {
@@ -68,7 +75,8 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes) {
         return false;
     }
     QSaveFile file(target.filePath());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size() ||
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        !keepPermissions(target.filePath(), file.handle()) || file.write(bytes) != bytes.size() ||
         fsync(file.handle()) != 0 || !file.commit()) {
         return false;
     }
