@@ -21,6 +21,10 @@ QByteArray nestedXml(int depth) {
     return plist(repeated("<array>", depth) + repeated("</array>", depth));
 }
 
+QByteArray hex(const char* digits) {
+    return QByteArray::fromHex(digits);
+}
+
 QByteArray bigEndian(quint64 value, int width) {
     QByteArray bytes(8, '\0');
     qToBigEndian(value, bytes.data());
@@ -59,6 +63,9 @@ QByteArray references(const QList<int>& objects) {
     return bytes;
 }
 
+// The string "a".
+const QByteArray letterA = hex("5161");
+
 // The marker of an object that counts its contents, with the count behind it in four bytes.
 QByteArray counted(char type, quint64 count) {
     return QByteArray(1, type) + '\x12' + bigEndian(count, 4);
@@ -70,7 +77,7 @@ QByteArray array(const QList<int>& objects) {
 
 // As many entries, all of the same key and value, which is object 0.
 QByteArray dictionary(int entries) {
-    return counted('\xDF', static_cast<quint64>(entries)) + references(QList<int>(2 * entries, 0));
+    return counted('\xDF', static_cast<quint64>(entries)) + references(QList<int>(qsizetype{2} * entries, 0));
 }
 
 // Arrays in a row, each of which refers to the next one `fanOut` times, and something at the end.
@@ -130,11 +137,9 @@ const QByteArray smallXml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                             "<data>AQID</data><date>2001-01-01T00:00:00Z</date></array></dict></plist>";
 
 QByteArray smallBinary() {
-    return binary({"\xD2" + references({1, 2, 3, 4}),
-                   "\x51"
-                   "a",
-                   QByteArray("\x61\x00\xE4", 3), array({5, 6, 7}), QByteArray("\x33\0\0\0\0\0\0\0\0", 9),
-                   QByteArray("\x10\x05"), QByteArray("\x43\x00\x01\x02", 4), QByteArray("\x80\x01")});
+    return binary({"\xD2" + references({1, 2, 3, 4}), letterA, QByteArray("\x61\x00\xE4", 3),
+                   array({5, 6, 7}), QByteArray("\x33\0\0\0\0\0\0\0\0", 9), QByteArray("\x10\x05"),
+                   QByteArray("\x43\x00\x01\x02", 4), QByteArray("\x80\x01")});
 }
 
 // Whatever the bytes are: what passes is read or refused, and what is read can be written.
@@ -190,8 +195,7 @@ void tst_Gatekeeper::wellFormedListsPass_data() {
         "<plist ><array ><true /><false></false ></array ></plist >");
     QTest::newRow("binary") << smallBinary();
     QTest::newRow("binary, one value") << binary({"\x09"});
-    QTest::newRow("shared object") << binary({array({1, 1}), "\x51"
-                                                             "a"});
+    QTest::newRow("shared object") << binary({array({1, 1}), letterA});
     QTest::newRow("root in the middle") << binary({"\x09", array({0})}, {.root = 1});
     QTest::newRow("integer of 16 bytes") << binary({"\x14" + QByteArray(16, '\xFF')});
     QTest::newRow("empty containers") << binary({array({1, 2}), "\xA0", "\xD0"});
@@ -210,12 +214,12 @@ void tst_Gatekeeper::xmlThatIsNoListIsRefused_data() {
     QTest::newRow("NUL in text") << plist(QByteArray("<string>a\0b</string>", 20));
     QTest::newRow("NUL at the end") << plist("<true/>") + '\0';
     QTest::newRow("entity declaration")
-        << "<!DOCTYPE plist [<!ENTITY a \"b\">]>" + plist("<string>&a;</string>");
+        << R"(<!DOCTYPE plist [<!ENTITY a "b">]>)" + plist("<string>&a;</string>");
     QTest::newRow("empty internal subset") << "<!DOCTYPE plist []>" + plist("<true/>");
-    QTest::newRow("entity declaration outside") << "<!ENTITY a \"b\">" + plist("<true/>");
-    QTest::newRow("open quote in the head") << "<?xml \" ?>" + plist("<true/>");
-    QTest::newRow("open quote in the document type") << "<!DOCTYPE \">" + plist("<true/>");
-    QTest::newRow("'>' within quotes") << "<!DOCTYPE \">\">" + plist("<true/>");
+    QTest::newRow("entity declaration outside") << R"(<!ENTITY a "b">)" + plist("<true/>");
+    QTest::newRow("open quote in the head") << R"(<?xml " ?>)" + plist("<true/>");
+    QTest::newRow("open quote in the document type") << R"(<!DOCTYPE ">)" + plist("<true/>");
+    QTest::newRow("'>' within quotes") << R"(<!DOCTYPE ">">)" + plist("<true/>");
     QTest::newRow("processing instruction within") << plist("<?x ?><true/>");
     QTest::newRow("open comment") << QByteArray("<plist><true/></plist><!-- ");
     QTest::newRow("no plist element") << QByteArray("<true/>");
@@ -234,7 +238,7 @@ void tst_Gatekeeper::xmlThatIsNoListIsRefused_data() {
     QTest::newRow("string closed as key") << plist("<string>a</key>");
     QTest::newRow("element within text") << plist("<string>a<true/></string>");
     QTest::newRow("comment within a number") << plist("<integer>1<!-- -->2</integer>");
-    QTest::newRow("attribute") << plist("<string id=\"1\">a</string>");
+    QTest::newRow("attribute") << plist(R"(<string id="1">a</string>)");
     QTest::newRow("unknown element") << plist("<null/>");
     QTest::newRow("capitals") << plist("<TRUE/>");
     QTest::newRow("blank before the name") << plist("< true/>");
@@ -278,40 +282,32 @@ void tst_Gatekeeper::binaryThatIsNoListIsRefused_data() {
     QTest::newRow("reference to no object") << binary({array({1})});
     QTest::newRow("array in itself") << binary({array({0})});
     QTest::newRow("cycle of two") << binary({array({1}), array({0})});
-    QTest::newRow("cycle through a dictionary") << binary({"\xD1" + references({1, 2}),
-                                                           "\x51"
-                                                           "a",
-                                                           array({3, 0}), "\x09"});
+    QTest::newRow("cycle through a dictionary")
+        << binary({"\xD1" + references({1, 2}), letterA, array({3, 0}), "\x09"});
     QTest::newRow("cycle behind a shared object") << binary({array({1, 1}), array({2}), array({1})});
     QTest::newRow("key that is a number") << binary({"\xD1" + references({1, 1}), "\x10\x05"});
     QTest::newRow("key that is an array") << binary({"\xD1" + references({1, 2}), "\xA0", "\x09"});
     QTest::newRow("null") << binary({QByteArray(1, '\0')});
     QTest::newRow("fill") << binary({"\x0F"});
     QTest::newRow("set") << binary({"\xC1" + references({1}), "\x09"});
-    QTest::newRow("unknown type") << binary({"\x70"});
+    QTest::newRow("unknown type") << binary({hex("70")});
     QTest::newRow("integer of 32 bytes") << binary({"\x15" + QByteArray(32, '\1')});
     QTest::newRow("integer cut off") << binary({"\x13\x01"});
     QTest::newRow("real of one byte") << binary({"\x20\x01"});
-    QTest::newRow("real of 16 bytes") << binary({"\x24" + QByteArray(16, '\1')});
-    QTest::newRow("date of four bytes") << binary({"\x32" + QByteArray(4, '\1')});
+    QTest::newRow("real of 16 bytes") << binary({hex("24") + QByteArray(16, '\1')});
+    QTest::newRow("date of four bytes") << binary({hex("32") + QByteArray(4, '\1')});
     QTest::newRow("reference number of nine bytes") << binary({"\x88" + QByteArray(9, '\1')});
-    QTest::newRow("data cut off") << binary({"\x44"
-                                             "abc"});
-    QTest::newRow("text cut off") << binary({"\x54"
-                                             "abc"});
-    QTest::newRow("wide text cut off") << binary({"\x62"
-                                                  "abc"});
+    QTest::newRow("data cut off") << binary({hex("44616263")});
+    QTest::newRow("text cut off") << binary({hex("54616263")});
+    QTest::newRow("wide text cut off") << binary({hex("62616263")});
     QTest::newRow("array cut off") << binary({"\xA2" + references({0})});
     QTest::newRow("dictionary cut off") << binary({"\xD1" + references({0})});
-    QTest::newRow("NUL in text") << binary({QByteArray("\x53"
-                                                       "a\0b",
-                                                       4)});
+    QTest::newRow("NUL in text") << binary({QByteArray("\x53\x61\0\x62", 4)});
     QTest::newRow("NUL in wide text") << binary({QByteArray("\x62\0a\0\0", 5)});
-    QTest::newRow("count that is no integer") << binary({"\x5F\x51"
-                                                         "a"});
+    QTest::newRow("count that is no integer") << binary({hex("5F5161")});
     QTest::newRow("count of 16 bytes") << binary({"\x5F\x14" + bigEndian(0, 8) + bigEndian(1, 8) + "a"});
     QTest::newRow("count cut off") << binary({"\x5F\x13\x01"});
-    QTest::newRow("no count") << binary({"\x5F"});
+    QTest::newRow("no count") << binary({hex("5F")});
     QTest::newRow("text count that wraps") << binary({"\x6F\x13" + bigEndian(huge / 2 + 2, 8) + "ab"});
     QTest::newRow("array count that wraps") << binary({"\xAF\x13" + bigEndian(huge / 2 + 2, 8) + "ab"});
     QTest::newRow("dictionary count that wraps") << binary({"\xDF\x13" + bigEndian(huge / 4 + 2, 8) + "ab"});
@@ -326,7 +322,7 @@ void tst_Gatekeeper::binaryThatIsNoListIsRefused() {
 
 void tst_Gatekeeper::otherFormatsAreRefused_data() {
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("JSON") << QByteArray("{\"a\": [1, 2]}");
+    QTest::newRow("JSON") << QByteArray(R"({"a": [1, 2]})");
     QTest::newRow("old style") << QByteArray("{ a = (1, 2); }");
     QTest::newRow("other version") << smallBinary().replace(0, 8, "bplist15");
     QTest::newRow("byte order mark") << "\xEF\xBB\xBF" + smallXml;
@@ -362,22 +358,11 @@ void tst_Gatekeeper::everyLimitIsTheLastThatPasses_data() {
                                              array(QList<int>(998, 3)), "\x09"})
                                   << binary({array(QList<int>(999, 1) << 2), array(QList<int>(999, 3)),
                                              array(QList<int>(999, 3)), "\x09"});
-    QTest::newRow("binary keys") << binary({"\x51"
-                                            "a",
-                                            dictionary(14'142)},
-                                           {.root = 1})
-                                 << binary({"\x51"
-                                            "a",
-                                            dictionary(14'143)},
-                                           {.root = 1});
-    QTest::newRow("binary keys together") << binary({"\x51"
-                                                     "a",
-                                                     array(QList<int>(200, 2)), dictionary(1000)},
-                                                    {.root = 1})
-                                          << binary({"\x51"
-                                                     "a",
-                                                     array(QList<int>(201, 2)), dictionary(1000)},
-                                                    {.root = 1});
+    QTest::newRow("binary keys") << binary({letterA, dictionary(14'142)}, {.root = 1})
+                                 << binary({letterA, dictionary(14'143)}, {.root = 1});
+    QTest::newRow("binary keys together")
+        << binary({letterA, array(QList<int>(200, 2)), dictionary(1000)}, {.root = 1})
+        << binary({letterA, array(QList<int>(201, 2)), dictionary(1000)}, {.root = 1});
     QTest::newRow("entities") << textOf(20'000, 1'280'000) << textOf(20'000, 1'280'256);
     const QByteArray kilobyte = counted('\x4F', 1024) + QByteArray(1024, 'x');
     QTest::newRow("binary contents") << binary({kilobyte, array(QList<int>(65'536, 0))}, {.root = 1})
