@@ -3,11 +3,9 @@
 #include "plist/Gatekeeper.h"
 
 #include <QStringDecoder>
-#include <QtEndian>
 
 #include <plist/plist.h>
 
-#include <bit>
 #include <clocale>
 #include <cstdlib>
 #include <limits>
@@ -71,35 +69,11 @@ Node parsed(QByteArrayView bytes) {
     return Node(root);
 }
 
-// A date goes through the bytes of a binary list of its own: the library's accessors lose the sign of
-// fractions before 2001 and every year that does not fit 32 bits of seconds.
-constexpr char dateList[] = "bplist00\x33"         // one date
-                            "\0\0\0\0\0\0\0\0"     // its seconds
-                            "\x08"                 // offset table: the date stands at 8
-                            "\0\0\0\0\0\0\x01\x01" // trailer: 1 byte per offset and per reference,
-                            "\0\0\0\0\0\0\0\x01"   // one object,
-                            "\0\0\0\0\0\0\0\0"     // the root is object 0,
-                            "\0\0\0\0\0\0\0\x11";  // the offset table stands at 17
-constexpr qsizetype datePosition = 9;
-
-// 0001-01-01 and 10000-01-01, 00:00 UTC. Other years have no XML form.
-bool isDate(double secondsSince2001) {
-    return secondsSince2001 >= -63'114'076'800.0 && secondsSince2001 < 252'423'993'600.0;
-}
-
+// A date goes through the bytes of a list of its own: the library's accessors lose the sign of fractions
+// before 2001 and every year that does not fit 32 bits of seconds.
 std::optional<QVariant> readDate(plist_t node) {
-    const QByteArray bytes = serialised(node, Format::binary);
-    const auto seconds = std::bit_cast<double>(qFromBigEndian<quint64>(bytes.constData() + datePosition));
-    return isDate(seconds) ? std::optional(QVariant::fromValue(PropertyListDate{seconds})) : std::nullopt;
-}
-
-Node newDate(double secondsSince2001) {
-    if (!isDate(secondsSince2001)) {
-        return nullptr;
-    }
-    QByteArray bytes(dateList, sizeof dateList - 1);
-    qToBigEndian(std::bit_cast<quint64>(secondsSince2001), bytes.data() + datePosition);
-    return parsed(bytes);
+    const std::optional<PropertyListDate> date = dateOfBinaryList(serialised(node, Format::binary));
+    return date ? std::optional(QVariant::fromValue(*date)) : std::nullopt;
 }
 
 // Nothing when the bytes are not UTF-8: a replacement character in their place could not be told from text.
@@ -275,7 +249,7 @@ Node newNode(const QVariant& value, int depth) {
         break;
     }
     if (value.typeId() == qMetaTypeId<PropertyListDate>()) {
-        return newDate(value.value<PropertyListDate>().secondsSince2001);
+        return parsed(binaryListOf(value.value<PropertyListDate>()));
     }
     if (value.typeId() == qMetaTypeId<PropertyListUid>()) {
         return Node(plist_new_uid(value.value<PropertyListUid>().value));

@@ -1,27 +1,12 @@
 #pragma once
 
+#include "plist/PropertyListTypes.h"
+
 #include <QByteArray>
-#include <QMetaType>
 #include <QVariant>
 
 #include <cstddef>
 #include <optional>
-
-/// A moment of a property list, in seconds since 2001-01-01 00:00 UTC; fractions of a second live in binary
-/// lists only. The years 1 to 9999 are dates, nothing else is.
-struct PropertyListDate {
-    double secondsSince2001 = 0;
-    bool operator==(const PropertyListDate&) const = default;
-};
-
-/// A reference by number, as keyed archives use it between their objects.
-struct PropertyListUid {
-    quint32 value = 0;
-    bool operator==(const PropertyListUid&) const = default;
-};
-
-Q_DECLARE_METATYPE(PropertyListDate)
-Q_DECLARE_METATYPE(PropertyListUid)
 
 /// Property lists as values. A dictionary is a QVariantMap, an array a QVariantList, a string a QString, a
 /// boolean a bool, an integer a qlonglong, a real a double, data a QByteArray, a date a PropertyListDate, a
