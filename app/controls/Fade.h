@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 
 /// A linear movement of one level towards a target, stepped whenever somebody asks for the level.
@@ -20,8 +21,24 @@ struct Fade {
     /// Moves on to the moment `now` and returns the level there, truncated; never past the target. A fade
     /// is over once it has run past its target: one that lands on it exactly rests there for one more step.
     /// Without a number to go by (a time that is not a number) the level is 0.
-    std::uint32_t step(std::uint64_t now);
+    std::uint32_t step(std::uint64_t now) {
+        currValue += slewRate * (1e-9 * static_cast<double>(now - startTime));
+        startTime = now;
+        if (ranPastTarget()) {
+            slewRate = 0;
+            currValue = targetValue;
+        }
+        return truncated(currValue);
+    }
 
 private:
-    bool ranPastTarget() const;
+    bool ranPastTarget() const {
+        return (slewRate > 0 && currValue > targetValue) || (slewRate < 0 && targetValue > currValue);
+    }
+
+    // A fade stays between two levels; without a number to go by it has none, and its cast would be
+    // undefined.
+    static std::uint32_t truncated(double value) {
+        return std::isnan(value) ? 0 : static_cast<std::uint32_t>(value);
+    }
 };

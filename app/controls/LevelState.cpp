@@ -25,3 +25,12 @@ void LevelState::stepFade(std::uint64_t now) {
     needsRedraw = needsRedraw || next != value;
     value = next;
 }
+
+LevelsUpdate updateLevels(LevelArray& levels, Slots slots, std::uint64_t now) {
+    LevelsUpdate update;
+    for (LevelState& level : levels) {
+        update.slotsChanged |= level.updateDMX(slots, now);
+        update.needsRedraw |= level.needsRedraw;
+    }
+    return update;
+}

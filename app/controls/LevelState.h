@@ -31,3 +31,12 @@ private:
 };
 
 using LevelArray = std::vector<LevelState>;
+
+/// What a tick made of the levels of one fixture.
+struct LevelsUpdate {
+    bool slotsChanged = false;
+    bool needsRedraw = false; ///< of one level at least
+};
+
+/// updateDMX() for one level after the other.
+LevelsUpdate updateLevels(LevelArray& levels, Slots slots, std::uint64_t now);
