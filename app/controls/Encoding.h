@@ -18,8 +18,9 @@ inline bool liesInsideUniverse(std::uint32_t address, std::uint32_t channels) {
 /// The level that stands in the slots: two slots, coarse byte first, when `channels` is 2 or more, else
 /// one. The slots must lie inside the universe.
 inline std::uint32_t readLevel(Slots levels, std::uint32_t address, std::uint32_t channels) {
-    if (channels >= 2)
+    if (channels >= 2) {
         return static_cast<std::uint32_t>(levels[address] << 8 | levels[address + 1]);
+    }
     return levels[address];
 }
 

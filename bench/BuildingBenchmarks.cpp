@@ -1,0 +1,50 @@
+#include "BenchRig.h"
+#include "controls/DMXControl.h"
+#include "fixtures/ControlView.h"
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+void buildFullRig(benchmark::State& state) {
+    releaseRig();
+    while (state.KeepRunning()) {
+        const auto rig = std::make_unique<BenchRig>(256);
+        state.PauseTiming(); // its end is not part of it
+        benchmark::DoNotOptimize(rig.get());
+        state.ResumeTiming();
+    }
+}
+
+// The windows of one rig go, those of another come.
+void switchRigOfFortyFixtures(benchmark::State& state) {
+    constexpr int fixtures = 40;
+    constexpr int controlsEach = 20;
+    releaseRig();
+    auto rig = std::make_unique<BenchRig>(fixtures, controlsEach);
+    while (state.KeepRunning()) {
+        rig.reset();
+        rig = std::make_unique<BenchRig>(fixtures, controlsEach);
+    }
+}
+
+void restoreEveryLevel(benchmark::State& state) {
+    rigOf(256);
+    QStringList keys;
+    for (const auto& [key, control] : DMXControl::controlsByName()) {
+        keys.append(key);
+    }
+    while (state.KeepRunning()) {
+        for (const QString& key : keys) {
+            DMXControl::setControl(key, 100, 0);
+        }
+    }
+}
+
+BENCHMARK(buildFullRig)->Unit(benchmark::kMillisecond);
+BENCHMARK(switchRigOfFortyFixtures)->Unit(benchmark::kMillisecond);
+BENCHMARK(restoreEveryLevel)->Unit(benchmark::kMillisecond);
+
+} // namespace

@@ -1,0 +1,61 @@
+#include "BenchRig.h"
+#include "Floors.h"
+#include "controls/DMXControl.h"
+
+#include <QApplication>
+#include <QImage>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+// One window of as many visible faders.
+class VisibleFaders {
+public:
+    explicit VisibleFaders(int faderCount) {
+        releaseRig();
+        rig_ = std::make_unique<BenchRig>(1, faderCount);
+        rig_->showWindows(true);
+    }
+
+    // Every fader shows another level than before.
+    static void moveAll(std::uint32_t step) {
+        for (const auto& [key, control] : DMXControl::controlsByName()) {
+            control->setDMXValue(step % 2 == 0 ? 100 : 101, 0);
+        }
+    }
+
+private:
+    std::unique_ptr<BenchRig> rig_;
+};
+
+// The time in the event loop that a tick's redrawing takes.
+void drawMovingFaders(benchmark::State& state) {
+    const VisibleFaders faders(static_cast<int>(state.range(0)));
+    std::uint32_t step = 0;
+    while (state.KeepRunning()) {
+        state.PauseTiming();
+        VisibleFaders::moveAll(++step);
+        state.ResumeTiming();
+        QApplication::processEvents();
+    }
+}
+
+void floorFill(benchmark::State& state) {
+    constexpr QSize surfaceSize(64 * 150, 32 * 19);
+    QImage surface(surfaceSize, QImage::Format_RGB32);
+    while (state.KeepRunning()) {
+        Floors::fill(surface, static_cast<int>(state.range(0)));
+    }
+}
+
+void faderCounts(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(30)->Arg(300)->Arg(2048)->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(floorFill)->Apply(faderCounts);
+BENCHMARK(drawMovingFaders)->Apply(faderCounts);
+
+} // namespace

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+class QPaintDevice;
+
+/// The least that a machine can do for the same work; every figure is told beside one of these, measured in
+/// the same run, so that the ratio holds on a busy machine too.
+namespace Floors {
+
+/// One pass of compare and store over records of 32 contiguous bytes.
+class Scan {
+public:
+    explicit Scan(std::size_t recordCount) : records_(recordCount) {}
+    void run();
+
+private:
+    struct Record {
+        std::uint32_t value = 0;
+        std::uint32_t stored = 0;
+        std::array<std::uint32_t, 6> rest{};
+    };
+    static_assert(sizeof(Record) == 32);
+    std::vector<Record> records_;
+};
+
+/// A loop of sendto over ready packets of 530 bytes, to a loopback socket that is bound and never read.
+class Send {
+public:
+    explicit Send(std::size_t packetCount);
+    ~Send();
+    Send(const Send&) = delete;
+    Send& operator=(const Send&) = delete;
+    void run();
+
+private:
+    std::vector<std::array<std::uint8_t, 530>> packets_;
+    int socket_;
+    int receiver_;
+    std::uint16_t port_ = 0;
+};
+
+/// Fills two rectangles for each fader into one surface.
+void fill(QPaintDevice& surface, int faderCount);
+
+} // namespace Floors
