@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::size_t mostBytes = 64 * 1024;
+constexpr std::size_t mostBytes = std::size_t{64} * 1024;
 constexpr QLatin1StringView archiverName("NSKeyedArchiver");
 constexpr qlonglong archiveVersion = 100000;
 
@@ -17,8 +17,9 @@ QVariant reference(quint32 index) {
 
 // What a reference leads to; nothing for a value that is none, or one that leads outside the table.
 QVariant dereferenced(const QVariantList& objects, const QVariant& uid) {
-    if (!uid.canConvert<PropertyListUid>())
+    if (!uid.canConvert<PropertyListUid>()) {
         return {};
+    }
     const quint32 index = uid.value<PropertyListUid>().value;
     return index < objects.size() ? objects.at(index) : QVariant();
 }
@@ -44,13 +45,15 @@ QByteArray archiveLevel(int value) {
 
 std::optional<int> unarchiveLevel(const QByteArray& bytes) {
     const QVariantMap archive = readPropertyList(bytes, mostBytes).value_or(QVariant()).toMap();
-    if (archive.value("$archiver").toString() != archiverName)
+    if (archive.value("$archiver").toString() != archiverName) {
         return {};
+    }
     const QVariantList objects = archive.value("$objects").toList();
     const QVariantMap array = dereferenced(objects, archive.value("$top").toMap().value("root")).toMap();
     const QVariantList elements = array.value("NS.objects").toList();
-    if (!isArray(objects, array) || elements.isEmpty())
+    if (!isArray(objects, array) || elements.isEmpty()) {
         return {};
+    }
     const QVariant first = dereferenced(objects, elements.first());
     return first.isValid() ? std::optional(integerValue(first)) : std::nullopt;
 }

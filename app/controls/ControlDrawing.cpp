@@ -42,8 +42,9 @@ void drawOutline(QPainter& painter, QSize frame) {
     const int w = frame.width();
     const int h = frame.height();
     for (const QRect& edge :
-         {QRect(0, 0, w, 1), QRect(0, h - 1, w, 1), QRect(0, 1, 1, h - 2), QRect(w - 1, 1, 1, h - 2)})
+         {QRect(0, 0, w, 1), QRect(0, h - 1, w, 1), QRect(0, 1, 1, h - 2), QRect(w - 1, 1, 1, h - 2)}) {
         painter.fillRect(edge, gHighlight);
+    }
 }
 
 void drawTexts(QPainter& painter, QSize frame, const ControlLook& look) {
@@ -51,8 +52,9 @@ void drawTexts(QPainter& painter, QSize frame, const ControlLook& look) {
     painter.setFont(textFont());
     painter.setPen(gTextColor);
     painter.drawText(nameX, baseline, drawnName(look.name));
-    if (!look.dummy)
+    if (!look.dummy) {
         painter.drawText(frame.width() - valueFromRight, baseline, drawnValue(look.value, look.channels));
+    }
 }
 
 } // namespace
@@ -78,11 +80,13 @@ QString drawnValue(std::uint32_t value, std::uint32_t channels) {
 }
 
 void drawControl(QPainter& painter, QSize frame, const ControlLook& look) {
-    if (look.dummy)
+    if (look.dummy) {
         painter.fillRect(QRect(QPoint(0, 0), frame), gLabelColour);
-    else
+    } else {
         drawBar(painter, frame, look);
-    if (look.outlined && !look.dummy)
+    }
+    if (look.outlined && !look.dummy) {
         drawOutline(painter, frame);
+    }
     drawTexts(painter, frame, look);
 }

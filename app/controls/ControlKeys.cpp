@@ -19,8 +19,9 @@ KeyMeaning keypadMeaning(int key) {
     case Qt::Key_Delete:
         return type('.');
     default:
-        if (key >= Qt::Key_0 && key <= Qt::Key_9)
+        if (key >= Qt::Key_0 && key <= Qt::Key_9) {
             return type(static_cast<char>('0' + (key - Qt::Key_0)));
+        }
         return {};
     }
 }
@@ -52,13 +53,16 @@ KeyMeaning commandMeaning(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 KeyMeaning textMeaning(const QString& text) {
-    if (text.size() != 1)
+    if (text.size() != 1) {
         return {};
+    }
     const char16_t character = text.front().unicode();
-    if (character == u's' || character == u'S')
+    if (character == u's' || character == u'S') {
         return {.action = KeyAction::ApplyEntryAsTime};
-    if (character == u'.' || (character >= u'0' && character <= u'9'))
+    }
+    if (character == u'.' || (character >= u'0' && character <= u'9')) {
         return type(static_cast<char>(character));
+    }
     return {};
 }
 
@@ -66,14 +70,17 @@ KeyMeaning textMeaning(const QString& text) {
 
 KeyMeaning meaningOf(const QKeyEvent& event) {
     const Qt::KeyboardModifiers modifiers = event.modifiers();
-    if (modifiers & Qt::ControlModifier)
+    if (modifiers & Qt::ControlModifier) {
         return {};
+    }
     if (modifiers & Qt::KeypadModifier) {
         const KeyMeaning meaning = keypadMeaning(event.key());
-        if (meaning.action != KeyAction::None)
+        if (meaning.action != KeyAction::None) {
             return meaning;
-        if (event.key() == Qt::Key_Equal) // only the "=" of the main block goes to the default
+        }
+        if (event.key() == Qt::Key_Equal) { // only the "=" of the main block goes to the default
             return {};
+        }
     }
     const KeyMeaning meaning = commandMeaning(event.key(), modifiers);
     return meaning.action != KeyAction::None ? meaning : textMeaning(event.text());

@@ -30,9 +30,10 @@ constexpr auto pasteboardType = "text/plain";
 DMXControl::Registry gDmxControlList;
 
 ControlDefinition definitionFor(const QVariantMap& entry, ControlParent& parent) {
-    const ControlDefinition definition = ControlDefinition::fromEntry(entry);
-    if (definition.newlayer)
+    ControlDefinition definition = ControlDefinition::fromEntry(entry);
+    if (definition.newlayer) {
         parent.setLayerNum(parent.layerNum() + 1);
+    }
     return definition;
 }
 
@@ -47,11 +48,13 @@ bool onlyBorrowsFocus(Qt::FocusReason reason) {
 std::shared_ptr<DMXControl> DMXControl::controlWithDictionary(const QVariantMap& entry,
                                                               ControlParent& parent) {
     auto control = std::make_shared<DMXControl>(entry, parent);
-    if (control->dummy())
+    if (control->dummy()) {
         return control;
+    }
     const QString key = parent.key() + "." + control->name();
-    if (gDmxControlList.contains(key))
+    if (gDmxControlList.contains(key)) {
         std::printf("DMXControl '%s' already exists!\n", qUtf8Printable(key));
+    }
     gDmxControlList[key] = control;
     return control;
 }
@@ -62,8 +65,9 @@ const DMXControl::Registry& DMXControl::controlsByName() {
 
 void DMXControl::setControl(const QString& key, const QVariant& toValue, const QVariant& time) {
     const auto found = gDmxControlList.find(key);
-    if (found != gDmxControlList.end())
+    if (found != gDmxControlList.end()) {
         found->second->setDMXValue(static_cast<std::uint32_t>(integerValue(toValue)), floatValue(time));
+    }
 }
 
 void DMXControl::reset() {
@@ -105,13 +109,15 @@ bool DMXControl::updateDMX(Slots universe) {
 }
 
 void DMXControl::redrawIfFaded() {
-    if (std::exchange(state().needsRedraw, false))
+    if (std::exchange(state().needsRedraw, false)) {
         update();
+    }
 }
 
 void DMXControl::setDMXValue(std::uint32_t value, float time) {
-    if (state().goTo(value, time, monotonicNanoseconds()))
+    if (state().goTo(value, time, monotonicNanoseconds())) {
         update();
+    }
 }
 
 void DMXControl::setDefault() {
@@ -130,17 +136,20 @@ void DMXControl::setAddress(std::uint32_t address) {
 void DMXControl::makeFirstResponder() {
     setFocus(Qt::OtherFocusReason);
     // A window that is not in front sends no focus events; the selection is made all the same.
-    if (!firstResponder)
+    if (!firstResponder) {
         becomeFirstResponder();
+    }
 }
 
 void DMXControl::becomeFirstResponder() {
     DMXControl* const previous = parent->selectedControl();
     parent->setSelectedControl(this);
-    if (previous && previous != this && previous->firstResponder)
+    if (previous && previous != this && previous->firstResponder) {
         previous->resignFirstResponder();
-    if (previous && previous != this)
+    }
+    if (previous && previous != this) {
         previous->update();
+    }
     endEntry();
     firstResponder = true;
     update();
@@ -153,8 +162,9 @@ void DMXControl::resignFirstResponder() {
 }
 
 void DMXControl::selectNextControl(bool backwards) {
-    if (endEdit())
+    if (endEdit()) {
         update();
+    }
     endEntry();
     const auto& controls = parent->controls();
     const auto count = controls.size();
@@ -163,21 +173,24 @@ void DMXControl::selectNextControl(bool backwards) {
     // Comes back to this control at the latest, which is no dummy.
     for (std::size_t distance = 1; distance <= count; ++distance) {
         DMXControl& candidate = *controls[(here + (backwards ? count - distance : distance)) % count];
-        if (!candidate.dummy())
+        if (!candidate.dummy()) {
             return candidate.makeFirstResponder();
+        }
     }
 }
 
 void DMXControl::focusInEvent(QFocusEvent*) {
-    if (firstResponder)
+    if (firstResponder) {
         changedEditState(); // the shared field may have been shown elsewhere in the meantime
-    else
+    } else {
         becomeFirstResponder();
+    }
 }
 
 void DMXControl::focusOutEvent(QFocusEvent* event) {
-    if (firstResponder && !onlyBorrowsFocus(event->reason()))
+    if (firstResponder && !onlyBorrowsFocus(event->reason())) {
         resignFirstResponder();
+    }
 }
 
 // Tab is a key like the others here.
@@ -188,17 +201,19 @@ bool DMXControl::focusNextPrevChild(bool) {
 // --- Keys ----------------------------------------------------------------------------------------------
 
 void DMXControl::keyPressEvent(QKeyEvent* event) {
-    if (meaningOf(*event).action == KeyAction::None)
+    if (meaningOf(*event).action == KeyAction::None) {
         event->ignore();
-    else
+    } else {
         keyDown(*event);
+    }
 }
 
 void DMXControl::keyDown(const QKeyEvent& event) {
     const std::uint32_t oldValue = value();
     perform(event);
-    if (value() != oldValue)
+    if (value() != oldValue) {
         update();
+    }
 }
 
 void DMXControl::perform(const QKeyEvent& event) {
@@ -255,8 +270,9 @@ bool DMXControl::endEdit() {
         setTime(*outcome.time);
         update();
     }
-    if (!outcome.value || *outcome.value == value())
+    if (!outcome.value || *outcome.value == value()) {
         return false;
+    }
     setDMXValue(*outcome.value, time());
     return true;
 }
@@ -270,31 +286,35 @@ void DMXControl::changedEditState() {
     constexpr int fromRight = 50;
     constexpr int above = 13;
     constexpr QSize size(45, 18);
-    if (dummy())
+    if (dummy()) {
         return;
-    if (numericEntry.empty())
+    }
+    if (numericEntry.empty()) {
         EditView::hide(this);
-    else
+    } else {
         EditView::show(this, parentWidget(), QRect(QPoint(x() + width() - fromRight, y() - above), size),
                        QString::fromLatin1(numericEntry.text().data(),
                                            static_cast<qsizetype>(numericEntry.text().size())));
+    }
 }
 
 // Moves the level at once, without a fade; a level beyond its range, which a cue can bring, is left alone
 // when the step leads further out.
 void DMXControl::step(std::int64_t difference) {
     const std::int64_t present = value();
-    if (difference > 0 && present < max())
+    if (difference > 0 && present < max()) {
         setValue(static_cast<std::uint32_t>(std::min<std::int64_t>(present + difference, max())));
-    else if (difference < 0 && present > 0)
+    } else if (difference < 0 && present > 0) {
         setValue(static_cast<std::uint32_t>(std::max<std::int64_t>(present + difference, 0)));
+    }
 }
 
 // --- Mouse and wheel -----------------------------------------------------------------------------------
 
 void DMXControl::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton) {
         mouseDown(event->scenePosition());
+    }
 }
 
 void DMXControl::mouseMoveEvent(QMouseEvent* event) {
@@ -302,8 +322,9 @@ void DMXControl::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void DMXControl::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton) {
         mouseUp();
+    }
 }
 
 void DMXControl::mouseDown(QPointF place) {
@@ -314,8 +335,9 @@ void DMXControl::mouseDown(QPointF place) {
 }
 
 void DMXControl::mouseDragged(QPointF place) {
-    if (!tracking || dummy())
+    if (!tracking || dummy()) {
         return;
+    }
     // Single precision, so that a drag across the whole width comes to exactly the whole range.
     const float perPixel = static_cast<float>(max()) / static_cast<float>(width());
     const float dragged =
@@ -331,10 +353,11 @@ void DMXControl::mouseUp() {
 
 void DMXControl::wheelEvent(QWheelEvent* event) {
     constexpr double unitsPerNotch = 120.0;
-    if (dummy())
+    if (dummy()) {
         event->ignore();
-    else
+    } else {
         scrollWheel(event->angleDelta().y() / unitsPerNotch, event->modifiers() & Qt::ControlModifier);
+    }
 }
 
 void DMXControl::scrollWheel(double delta, bool command) {
@@ -343,13 +366,14 @@ void DMXControl::scrollWheel(double delta, bool command) {
         (std::abs(delta) < fineDelta ? fineMultiplier : 1) * (command ? commandMultiplier : 1);
     const std::uint32_t oldValue = value();
     step(static_cast<std::int64_t>(delta * multiplier));
-    if (value() != oldValue)
+    if (value() != oldValue) {
         update();
+    }
 }
 
 // --- Pasteboard ----------------------------------------------------------------------------------------
 
-void DMXControl::copy() {
+void DMXControl::copy() const {
     auto archive = std::make_unique<QMimeData>();
     archive->setData(pasteboardType, archiveLevel(static_cast<int>(value())));
     QGuiApplication::clipboard()->setMimeData(archive.release());
@@ -359,11 +383,13 @@ void DMXControl::paste() {
     const QMimeData* const pasteboard = QGuiApplication::clipboard()->mimeData();
     const std::optional<int> level =
         pasteboard ? unarchiveLevel(pasteboard->data(pasteboardType)) : std::nullopt;
-    if (!level)
+    if (!level) {
         return;
+    }
     endEntry();
-    if (std::exchange(state().value, static_cast<std::uint32_t>(*level)) != value())
+    if (std::exchange(state().value, static_cast<std::uint32_t>(*level)) != value()) {
         update();
+    }
 }
 
 // --- Drawing -------------------------------------------------------------------------------------------
@@ -386,7 +412,8 @@ ControlLook DMXControl::look() const {
 bool DMXControl::event(QEvent* event) {
     const bool windowCameOrWent =
         event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate;
-    if (windowCameOrWent && firstResponder)
+    if (windowCameOrWent && firstResponder) {
         update();
+    }
     return QWidget::event(event);
 }

@@ -90,7 +90,7 @@ public:
 
 public slots:
     /// The pasteboard takes the level as a keyed archive under text/plain; other programs read nothing in it.
-    void copy();
+    void copy() const;
     /// Takes the level from the pasteboard at once; anything that is no such archive changes nothing.
     void paste();
 

@@ -38,8 +38,9 @@ void show(const QWidget* owner, QWidget* superview, const QRect& frame, const QS
 }
 
 void hide(const QWidget* owner) {
-    if (!isShownBy(owner))
+    if (!isShownBy(owner)) {
         return;
+    }
     gOwner = nullptr;
     gEditView->hide();
     gEditView->setParent(nullptr);

@@ -4,18 +4,22 @@ bool LevelState::goTo(std::uint32_t target, float seconds, std::uint64_t now) {
     const std::uint32_t oldValue = value;
     time = seconds;
     fade.start(value, target, seconds, now);
-    if (!fade.running())
+    if (!fade.running()) {
         value = target;
+    }
     return target != oldValue;
 }
 
 bool LevelState::updateDMX(Slots levels, std::uint64_t now) {
-    if (dummy)
+    if (dummy) {
         return false;
-    if (fade.running())
+    }
+    if (fade.running()) {
         stepFade(now);
-    if (!liesInsideUniverse(address, channels) || readLevel(levels, address, channels) == value)
+    }
+    if (!liesInsideUniverse(address, channels) || readLevel(levels, address, channels) == value) {
         return false;
+    }
     writeLevel(levels, address, channels, value);
     return true;
 }

@@ -21,13 +21,15 @@ double readNumber(std::string_view text) {
 } // namespace
 
 void NumericEntry::append(char character) {
-    if (bufindex < mostCharacters)
+    if (bufindex < mostCharacters) {
         numbuf[bufindex++] = character;
+    }
 }
 
 void NumericEntry::removeLast() {
-    if (bufindex > 0)
+    if (bufindex > 0) {
         --bufindex;
+    }
 }
 
 void NumericEntry::clear() {
@@ -39,11 +41,13 @@ void NumericEntry::setTimeMode() {
 }
 
 NumericEntry::Outcome NumericEntry::finish(std::uint32_t max) {
-    if (bufindex < 1 || bufindex > mostAppliedCharacters)
+    if (bufindex < 1 || bufindex > mostAppliedCharacters) {
         return {};
+    }
     const double number = readNumber(text());
-    if (std::exchange(time_mode, false))
+    if (std::exchange(time_mode, false)) {
         return {.value = {}, .time = number >= 0 ? std::optional(static_cast<float>(number)) : std::nullopt};
+    }
     // At most five characters: the number lies between -1 and 99999.
     return {.value = std::min(static_cast<std::uint32_t>(number + 0.5 < 0 ? 0 : number + 0.5), max),
             .time = {}};
