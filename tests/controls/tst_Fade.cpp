@@ -116,7 +116,7 @@ void tst_Fade::withoutATimeOrAWayToGoNoFadeRuns() {
 
 void tst_Fade::theLevelIsTruncatedTowardsZero() {
     Fade up = started(0, 100, 1);
-    QCOMPARE(up.step(99 * 10 * Millisecond + 9'999'000), 99U);
+    QCOMPARE(up.step(Second - 1000), 99U);
     Fade down = started(100, 0, 1);
     QCOMPARE(down.step(1000), 99U);
 }
@@ -135,8 +135,9 @@ void tst_Fade::aFadeThatLandsExactlyOnItsTargetRestsThereForOneMoreStep() {
     QFETCH(const quint32, from);
     QFETCH(const quint32, target);
     Fade fade = started(from, target, 1);
-    for (const std::uint64_t quarter : {1, 2, 3})
-        fade.step(quarter * 250 * Millisecond);
+    for (const std::uint64_t milliseconds : {250U, 500U, 750U}) {
+        fade.step(milliseconds * Millisecond);
+    }
     QCOMPARE(fade.step(Second), target);
     QVERIFY(fade.running());
     QCOMPARE(fade.step(Second + Tick), target);
@@ -214,10 +215,12 @@ void tst_Fade::ticksOfAFadeAddUpToItsTime() {
         const std::uint32_t next = fade.step(now);
         QVERIFY(next >= level && next - level <= 4);
         level = next;
-        if (tick == 15)
+        if (tick == 15) {
             QCOMPARE(level, 49U); // 499.5 ms
-        if (tick == 30)
+        }
+        if (tick == 30) {
             QCOMPARE(level, 99U); // 999 ms
+        }
     }
     QCOMPARE(level, 199U); // 1.998 s
     QVERIFY(fade.running());
@@ -237,8 +240,9 @@ void tst_Fade::aSlowFadeKeepsItsFractionFromTickToTick() {
 
 void tst_Fade::aClockThatStandsStillMovesNothing() {
     Fade fade = started(50, 200, 2, Second);
-    for (int tick = 0; tick < 10; ++tick)
+    for (int tick = 0; tick < 10; ++tick) {
         QCOMPARE(fade.step(Second), 50U);
+    }
     QVERIFY(fade.running());
 }
 

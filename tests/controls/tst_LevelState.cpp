@@ -104,7 +104,7 @@ void tst_LevelState::aControlOutsideItsUniverseLeavesTheSlotsAlone() {
     QFETCH(const quint32, address);
     QFETCH(const quint32, channels);
     // Room on both sides, so that a byte written over the edge is found here rather than by a crash.
-    std::array<std::uint8_t, 4 * 512> memory{};
+    std::array<std::uint8_t, 1536> memory{};
     memory.fill(7);
     const auto before = memory;
     LevelState level = fader(channels);
@@ -204,8 +204,9 @@ void tst_LevelState::aFadeOf2SecondsTo200IsAt50AfterHalfASecond() {
     QCOMPARE(level.value, 0U);
     QCOMPARE(level.fade.slewRate, 100.0);
     std::uint64_t now = 0;
-    for (; now < Second / 2; now += Second / 32)
+    for (; now < Second / 2; now += Second / 32) {
         level.updateDMX(levels, now);
+    }
     QVERIFY(level.updateDMX(levels, Second / 2));
     QCOMPARE(level.value, 50U);
     QCOMPARE(levels[0], 50);
@@ -221,8 +222,9 @@ void tst_LevelState::aFadeDownEndsAtExactly0() {
     LevelState level = fader();
     level.value = 255;
     level.goTo(0, 1, 0);
-    for (std::uint64_t now = 0; now <= Second + 2 * Tick; now += Tick)
+    for (std::uint64_t now = 0; now <= Second + 2 * Tick; now += Tick) {
         level.updateDMX(levels, now);
+    }
     QCOMPARE(level.value, 0U);
     QCOMPARE(levels[0], 0);
     QVERIFY(!level.fade.running());

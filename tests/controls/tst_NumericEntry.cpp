@@ -10,8 +10,9 @@ constexpr std::uint32_t max16 = 65535;
 
 NumericEntry typed(const char* characters) {
     NumericEntry entry;
-    for (const char* character = characters; *character; ++character)
+    for (const char* character = characters; *character; ++character) {
         entry.append(*character);
+    }
     return entry;
 }
 
