@@ -15,18 +15,25 @@ QVariant reference(quint32 index) {
     return QVariant::fromValue(PropertyListUid{.value = index});
 }
 
-// What a reference leads to; nothing for a value that is none, or one that leads outside the table.
+// What a reference leads to; nothing for a value that is none, one to the null object, which stands first,
+// or one that leads outside the table.
 QVariant dereferenced(const QVariantList& objects, const QVariant& uid) {
     if (!uid.canConvert<PropertyListUid>()) {
         return {};
     }
     const quint32 index = uid.value<PropertyListUid>().value;
-    return index < objects.size() ? objects.at(index) : QVariant();
+    return index > 0 && index < objects.size() ? objects.at(index) : QVariant();
 }
 
 bool isArray(const QVariantList& objects, const QVariantMap& object) {
     const QVariantMap archivedClass = dereferenced(objects, object.value("$class")).toMap();
     return archivedClass.value("$classes").toList().contains("NSArray");
+}
+
+bool hasIntegerValue(const QVariant& object) {
+    const int type = object.typeId();
+    return type == QMetaType::QString || type == QMetaType::LongLong || type == QMetaType::Double ||
+           type == QMetaType::Bool;
 }
 
 } // namespace
@@ -55,5 +62,5 @@ std::optional<int> unarchiveLevel(const QByteArray& bytes) {
         return {};
     }
     const QVariant first = dereferenced(objects, elements.first());
-    return first.isValid() ? std::optional(integerValue(first)) : std::nullopt;
+    return hasIntegerValue(first) ? std::optional(integerValue(first)) : std::nullopt;
 }

@@ -10,5 +10,5 @@
 QByteArray archiveLevel(int value);
 
 /// The integer that the first element of an archived array reads as; nothing when the bytes are no keyed
-/// archive of an array, or the array is empty. Bytes may be anything at all.
+/// archive of an array, or the array does not begin with a text or a number. Bytes may be anything at all.
 std::optional<int> unarchiveLevel(const QByteArray& bytes);
