@@ -7,6 +7,7 @@
 #include "controls/DMXControl.h"
 #include "controls/EditView.h"
 #include "fixtures/ControlView.h"
+#include "plist/Reading.h"
 #include "window/AddressField.h"
 #include "window/Sheets.h"
 #include "window/WindowMenu.h"
@@ -83,9 +84,9 @@ void AppDelegate::applicationDidFinishLaunching() {
     window.open();
     createControlViews();
     scanWindows();
-    bringToFront(defaults.objectForKey(mainWindowTitleKey).toString());
+    bringToFront(stringValue(defaults.objectForKey(mainWindowTitleKey)));
     savedState.restoreState(stateKey);
-    setIPAddress(defaults.objectForKey("tx_address").toString());
+    setIPAddress(stringValue(defaults.objectForKey("tx_address")));
     window.tableview().setModel(&fixtureTable);
     ticker.start([this] { timerProc(); });
     beginActivity();
@@ -104,7 +105,7 @@ void AppDelegate::loadTables() {
 // Without a settings file the default configuration is taken, whatever name the user defaults hold.
 void AppDelegate::loadSettings() {
     settings = Settings(settingsFile.read());
-    QString name = defaults.objectForKey(configNameKey).toString();
+    QString name = stringValue(defaults.objectForKey(configNameKey));
     if (!settings.dictionary()) {
         name = configs.defaultName();
         settings = Settings(configs.configuration(name));
@@ -120,7 +121,7 @@ void AppDelegate::setConfigName(const QString& name) {
 
 void AppDelegate::createControlViews() {
     for (const QVariant& placement : settings.views()) {
-        ControlView::controlViewWithSettings(placement.toMap(), profiles, places);
+        ControlView::controlViewWithSettings(mapValue(placement), profiles, places);
     }
 }
 
@@ -237,7 +238,7 @@ void AppDelegate::reloadSettings() {
     DMXControl::reset();
     createControlViews();
     scanWindows();
-    bringToFront(defaults.objectForKey(mainWindowTitleKey).toString());
+    bringToFront(stringValue(defaults.objectForKey(mainWindowTitleKey)));
     savedState.restoreState(stateKey);
     fixtureTable.attach();
 }

@@ -8,10 +8,6 @@ std::uint32_t unsignedValue(const QVariant& value) {
     return static_cast<std::uint32_t>(integerValue(value));
 }
 
-QString stringValue(const QVariant& value) {
-    return value.typeId() == QMetaType::QString ? value.toString() : QString();
-}
-
 } // namespace
 
 ControlDefinition ControlDefinition::fromEntry(const QVariantMap& entry) {

@@ -15,8 +15,8 @@ QHash<QString, QVariantMap> recordsByKey(const QVariantList& records) {
     QHash<QString, QVariantMap> byKey;
     byKey.reserve(records.size());
     for (const QVariant& value : records) {
-        const QVariantMap record = value.toMap();
-        byKey.insert(record.value("key").toString(), record);
+        const QVariantMap record = mapValue(value);
+        byKey.insert(stringValue(record.value("key")), record);
     }
     return byKey;
 }

@@ -1,7 +1,5 @@
 #include "plist/Reading.h"
 
-#include <QString>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -123,4 +121,16 @@ bool booleanValue(const QVariant& value) {
     const QStringView trimmed = withoutLeadingSpace(text);
     const bool saysYes = !trimmed.isEmpty() && QStringView(u"YyTt").contains(trimmed[0]);
     return saysYes || leadingInteger(trimmed) != 0;
+}
+
+QString stringValue(const QVariant& value) {
+    return value.typeId() == QMetaType::QString ? value.toString() : QString();
+}
+
+QVariantList listValue(const QVariant& value) {
+    return value.typeId() == QMetaType::QVariantList ? value.toList() : QVariantList();
+}
+
+QVariantMap mapValue(const QVariant& value) {
+    return value.typeId() == QMetaType::QVariantMap ? value.toMap() : QVariantMap();
 }

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <QString>
 #include <QStringView>
 #include <QVariant>
+#include <QVariantList>
+#include <QVariantMap>
 
 #include <optional>
 
-/// What stored values mean as numbers. Numbers, booleans and strings are taken alike, a string by the number
-/// that it begins with; everything else, and a string that begins with none, reads as 0 or false. The decimal
-/// sign is a point in every locale.
+/// What stored values mean. As a number, numbers, booleans and strings are taken alike, a string by the
+/// number that it begins with; everything else, and a string that begins with none, reads as 0 or false. The
+/// decimal sign is a point in every locale. As a text, list or dictionary only what is one is taken.
 
 /// A 32-bit integer: beyond its range the nearest end of it, a real truncated toward zero, NaN as 0.
 int integerValue(const QVariant& value);
@@ -26,3 +29,12 @@ int leadingInteger(QStringView text);
 /// one side of the point is enough, an exponent counts when it is complete: "1.2.3" is 1.2, ".5" is 0.5,
 /// "5." is 5, "2e" is 2.
 std::optional<double> leadingNumber(QStringView text);
+
+/// The text; null when the value is none.
+QString stringValue(const QVariant& value);
+
+/// The elements; none when the value is no array. A text is no array of characters.
+QVariantList listValue(const QVariant& value);
+
+/// The entries; none when the value is no dictionary.
+QVariantMap mapValue(const QVariant& value);

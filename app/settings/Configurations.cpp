@@ -19,7 +19,7 @@ qlonglong shifted(int universe, int offset) {
 
 Configurations::Configurations(const std::optional<QVariantMap>& table)
     : configurations_(table.value_or(QVariantMap())),
-      defaultName_(configurations_.take(defaultKey).toString()) {}
+      defaultName_(stringValue(configurations_.take(defaultKey))) {}
 
 std::optional<QVariantMap> Configurations::configuration(const QString& name) const {
     const QVariant found = configurations_.value(name);
@@ -32,7 +32,7 @@ std::optional<QVariantMap> Configurations::shiftedConfiguration(const QString& n
     if (!copy) {
         return {};
     }
-    QVariantList views = copy->value("views").toList();
+    QVariantList views = listValue(copy->value("views"));
     for (QVariant& view : views) {
         QVariantMap placement = view.toMap();
         placement.insert("universe", shifted(integerValue(placement.value("universe")), universeOffset));

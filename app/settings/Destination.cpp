@@ -1,6 +1,7 @@
 #include "settings/Destination.h"
 
 #include "artnet/Address.h"
+#include "plist/Reading.h"
 #include "settings/UserDefaults.h"
 
 namespace {
@@ -21,5 +22,5 @@ void Destination::setIPAddress(const QString& dotted) {
 }
 
 QString Destination::text() const {
-    return defaults_.objectForKey(addressKey).toString();
+    return stringValue(defaults_.objectForKey(addressKey));
 }

@@ -4,7 +4,7 @@
 #include "settings/UserDefaults.h"
 
 std::optional<QPoint> SavedPlaces::place(const QString& autosavename) const {
-    const QVariantList coordinates = defaults_.objectForKey(autosavename).toList();
+    const QVariantList coordinates = listValue(defaults_.objectForKey(autosavename));
     if (coordinates.size() != 2) {
         return {};
     }

@@ -2,6 +2,7 @@
 
 #include "controls/DMXControl.h"
 #include "fixtures/ControlView.h"
+#include "plist/Reading.h"
 #include "settings/UserDefaults.h"
 
 #include <QVariantMap>
@@ -37,9 +38,9 @@ void SavedState::saveState(const QString& stateKey) {
 }
 
 void SavedState::restoreState(const QString& stateKey) const {
-    for (const QVariant& saved : defaults_.objectForKey(stateKey).toList()) {
-        const QVariantMap record = saved.toMap();
-        DMXControl::setControl(record.value("key").toString(), record.value("value"), record.value("time"));
+    for (const QVariant& saved : listValue(defaults_.objectForKey(stateKey))) {
+        const QVariantMap record = mapValue(saved);
+        DMXControl::setControl(stringValue(record.value("key")), record.value("value"), record.value("time"));
     }
 }
 
@@ -55,11 +56,11 @@ void SavedState::saveControlSelections() {
 
 void SavedState::restoreControlSelections() const {
     const auto* views = ControlView::controlViews();
-    const QVariantList selections = defaults_.objectForKey(selectionsKey).toList();
+    const QVariantList selections = listValue(defaults_.objectForKey(selectionsKey));
     const auto& registry = DMXControl::controlsByName();
     for (std::size_t i = 0; views && i < views->size() && i < static_cast<std::size_t>(selections.size());
          ++i) {
-        const auto found = registry.find(selections.at(static_cast<qsizetype>(i)).toString());
+        const auto found = registry.find(stringValue(selections.at(static_cast<qsizetype>(i))));
         if (found == registry.end()) {
             continue;
         }

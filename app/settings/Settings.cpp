@@ -1,5 +1,7 @@
 #include "settings/Settings.h"
 
+#include "plist/Reading.h"
+
 namespace {
 
 constexpr QLatin1StringView viewsKey("views");
@@ -17,7 +19,7 @@ void changeMap(QVariantMap& dictionary, const QString& key, Change change) {
 } // namespace
 
 QVariantList Settings::views() const {
-    return dictionary_ ? dictionary_->value(viewsKey).toList() : QVariantList();
+    return dictionary_ ? listValue(dictionary_->value(viewsKey)) : QVariantList();
 }
 
 bool Settings::setPlacement(qsizetype index, const QString& key, int value) {
@@ -33,11 +35,11 @@ bool Settings::setPlacement(qsizetype index, const QString& key, int value) {
 }
 
 QVariantMap Settings::userProfiles() const {
-    return dictionary_ ? dictionary_->value(profilesKey).toMap() : QVariantMap();
+    return dictionary_ ? mapValue(dictionary_->value(profilesKey)) : QVariantMap();
 }
 
 QVariantMap Settings::cues() const {
-    return dictionary_ ? dictionary_->value(cuesKey).toMap() : QVariantMap();
+    return dictionary_ ? mapValue(dictionary_->value(cuesKey)) : QVariantMap();
 }
 
 bool Settings::hasCues() const {

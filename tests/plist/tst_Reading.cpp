@@ -32,6 +32,9 @@ private slots:
     void aFloatIsReadFromAnyNumberOrText();
     void aBooleanIsReadFromAnyNumberOrText_data();
     void aBooleanIsReadFromAnyNumberOrText();
+    void textsListsAndDictionariesAreOnlyWhatTheyAre_data();
+    void textsListsAndDictionariesAreOnlyWhatTheyAre();
+    void anEmptyTextIsNotNull();
     void thePointIsTheDecimalSignUnderACommaLocale();
 };
 
@@ -206,6 +209,36 @@ void tst_Reading::aBooleanIsReadFromAnyNumberOrText() {
     QFETCH(const QVariant, value);
     QFETCH(const bool, expected);
     QCOMPARE(booleanValue(value), expected);
+}
+
+void tst_Reading::textsListsAndDictionariesAreOnlyWhatTheyAre_data() {
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QVariantList>("list");
+    QTest::addColumn<QVariantMap>("dictionary");
+    const QString none;
+    const QVariantList list{"a", qlonglong{1}};
+    const QVariantMap dictionary{{"a", qlonglong{1}}};
+    QTest::newRow("nothing") << QVariant() << none << QVariantList() << QVariantMap();
+    QTest::newRow("text") << QVariant("abc") << "abc" << QVariantList() << QVariantMap();
+    QTest::newRow("array") << QVariant(list) << none << list << QVariantMap();
+    QTest::newRow("dictionary") << QVariant(dictionary) << none << QVariantList() << dictionary;
+    QTest::newRow("integer") << QVariant(qlonglong{7}) << none << QVariantList() << QVariantMap();
+    QTest::newRow("real") << QVariant(0.5) << none << QVariantList() << QVariantMap();
+    QTest::newRow("boolean") << QVariant(true) << none << QVariantList() << QVariantMap();
+    QTest::newRow("data") << QVariant(QByteArray("abc")) << none << QVariantList() << QVariantMap();
+}
+
+void tst_Reading::textsListsAndDictionariesAreOnlyWhatTheyAre() {
+    QFETCH(const QVariant, value);
+    QTEST(stringValue(value), "text");
+    QTEST(listValue(value), "list");
+    QTEST(mapValue(value), "dictionary");
+}
+
+void tst_Reading::anEmptyTextIsNotNull() {
+    QVERIFY(!stringValue(QVariant("")).isNull());
+    QVERIFY(stringValue(QVariant(qlonglong{0})).isNull());
 }
 
 void tst_Reading::thePointIsTheDecimalSignUnderACommaLocale() {
