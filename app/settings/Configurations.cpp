@@ -34,6 +34,9 @@ std::optional<QVariantMap> Configurations::shiftedConfiguration(const QString& n
     }
     QVariantList views = listValue(copy->value("views"));
     for (QVariant& view : views) {
+        if (view.typeId() != QMetaType::QVariantMap) {
+            continue;
+        }
         QVariantMap placement = view.toMap();
         placement.insert("universe", shifted(integerValue(placement.value("universe")), universeOffset));
         view = placement;
