@@ -7,7 +7,7 @@
 
 #include <QVariantMap>
 
-#include <algorithm>
+#include <unordered_map>
 
 namespace {
 
@@ -17,12 +17,13 @@ QVariantMap levelRecord(const QString& key, std::uint32_t value) {
     return {{"key", key}, {"value", qlonglong{static_cast<std::int32_t>(value)}}, {"time", qlonglong{0}}};
 }
 
-// The key under which the control stands in the registry; "" when it stands under none.
-QString registeredKey(const DMXControl* control) {
-    const auto& registry = DMXControl::controlsByName();
-    const auto found =
-        std::ranges::find_if(registry, [&](const auto& entry) { return entry.second.get() == control; });
-    return control && found != registry.end() ? found->first : QString("");
+// Each registered control's key; no control stands under two.
+std::unordered_map<const DMXControl*, QString> keysOfControls() {
+    std::unordered_map<const DMXControl*, QString> keys;
+    for (const auto& [key, control] : DMXControl::controlsByName()) {
+        keys.emplace(control.get(), key);
+    }
+    return keys;
 }
 
 } // namespace
@@ -45,10 +46,12 @@ void SavedState::restoreState(const QString& stateKey) const {
 }
 
 void SavedState::saveControlSelections() {
+    const auto keys = keysOfControls();
     QVariantList selections;
     if (const auto* views = ControlView::controlViews()) {
         for (const auto& view : *views) {
-            selections.append(registeredKey(view->selectedControl()));
+            const auto found = keys.find(view->selectedControl());
+            selections.append(found == keys.end() ? QString("") : found->second);
         }
     }
     defaults_.setObject(selections, selectionsKey);
