@@ -1,0 +1,41 @@
+#pragma once
+
+#include "fixtures/ControlView.h"
+#include "fixtures/Profiles.h"
+#include "fixtures/WindowPlaces.h"
+
+#include <QVariantMap>
+
+/// A control entry of a profile, 8-bit, at rest at `restLevel`.
+QVariantMap controlEntry(const QString& name, int restLevel = 0);
+
+/// A fixture placement of one layer with its controls in place of a named profile.
+QVariantMap placement(const QString& name, int universe, int address, const QVariantList& controls);
+
+/// Fixture views as the program has them, as long as the rig lives. One at a time.
+class TestRig {
+public:
+    TestRig() = default;
+    ~TestRig();
+    TestRig(const TestRig&) = delete;
+    TestRig& operator=(const TestRig&) = delete;
+    TestRig(TestRig&&) = delete;
+    TestRig& operator=(TestRig&&) = delete;
+
+    ControlView& add(const QVariantMap& placement);
+    /// A fixture of 8-bit controls with these names, all at rest at 0.
+    ControlView& add(const QString& name, const QStringList& controlNames, int universe = 0, int address = 1);
+
+private:
+    class NoPlaces : public WindowPlaces {
+    public:
+        std::optional<QPoint> place(const QString&) const override { return {}; }
+        void setPlace(const QString&, QPoint) override {}
+    };
+
+    Profiles profiles_;
+    NoPlaces places_;
+};
+
+/// The control registered under `key`; the test fails hard when there is none.
+DMXControl& controlNamed(const QString& key);
