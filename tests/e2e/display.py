@@ -1,0 +1,220 @@
+"""A display without a screen, with a window manager, and the hands and eyes of an operator in front of it."""
+
+import os
+import re
+import select
+import subprocess
+from contextlib import ExitStack, contextmanager
+
+from waiting import wait_until
+
+SCREEN = "1280x900x24"
+
+# The keys behind the characters that are typed; letters and digits are their own names.
+KEY_NAMES = {".": "period", "=": "equal", "-": "minus", "+": "plus", " ": "space", ",": "comma"}
+
+
+def keys_of(text):
+    """The names of the keys that type a text."""
+    return [KEY_NAMES.get(character, character) for character in text]
+
+
+@contextmanager
+def running(command, **options):
+    """A process that ends with the block."""
+    process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                               stderr=subprocess.DEVNULL, **options)
+    try:
+        yield process
+    finally:
+        process.terminate()
+        process.wait(10)
+
+
+class Display:
+    """An Xvfb of its own with openbox; windows are named by their titles.
+
+    Coordinates are those of a window's content, from its upper left corner.
+    """
+
+    def __enter__(self):
+        with ExitStack() as stack:
+            self.name = self._start_server(stack)
+            self._environment = {**os.environ, "DISPLAY": self.name}
+            # It overlooks windows that open before it has come to its startup command.
+            stack.enter_context(running(["openbox", "--startup", "xprop -root -f READY 8s -set READY yes"],
+                                        env=self._environment))
+            wait_until(lambda: "yes" in self._root_property("READY"), "the window manager")
+            self._stack = stack.pop_all()
+        return self
+
+    def __exit__(self, *exception):
+        return self._stack.__exit__(*exception)
+
+    @staticmethod
+    def _start_server(stack):
+        reading, writing = os.pipe()
+        try:
+            stack.enter_context(running(
+                ["Xvfb", "-displayfd", str(writing), "-screen", "0", SCREEN, "-nolisten", "tcp",
+                 "-noreset"],
+                pass_fds=[writing]))
+        finally:
+            os.close(writing)
+        with open(reading, "rb", buffering=0) as answer:
+            number = b""
+            while not number.endswith(b"\n"):
+                wait_until(lambda: select.select([answer], [], [], 0)[0], "an answer of the display server")
+                if not (part := answer.read(16)):
+                    raise AssertionError("Xvfb has ended")
+                number += part
+        return ":" + number.decode().strip()
+
+    def run(self, *command, **options):
+        """Runs a command on this display and returns its standard output."""
+        return subprocess.run(command, env=self._environment, stdout=subprocess.PIPE, check=True,
+                              timeout=30, **options).stdout
+
+    def _root_property(self, name):
+        return self.run("xprop", "-root", name).decode()
+
+    # --- Windows ---------------------------------------------------------------------------------------
+
+    def windows(self):
+        """The titles of all windows by their identifiers."""
+        identifiers = re.findall(r"0x[0-9a-f]+", self._root_property("_NET_CLIENT_LIST"))
+        return {identifier: self._title(identifier) for identifier in identifiers}
+
+    def _title(self, window):
+        quoted = re.search(r'"(.*)"', self._window_property(window, "_NET_WM_NAME"))
+        return quoted[1] if quoted else ""
+
+    def _window_property(self, window, name):
+        # A window may go between being listed and being asked.
+        return self._search("xprop", "-id", window, "-notype", name)
+
+    def _search(self, *command):
+        """The standard output of a command that fails when it finds nothing."""
+        return subprocess.run(command, env=self._environment, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, text=True, check=False, timeout=30).stdout
+
+    def titles(self):
+        return sorted(self.windows().values())
+
+    def window(self, title):
+        """The identifier of the window of that title, once there is one."""
+        return wait_until(
+            lambda: next((window for window, known in self.windows().items() if known == title), None),
+            lambda: f"a window '{title}' among {self.titles()}")
+
+    def title_in_front(self):
+        active = re.search(r"0x[0-9a-f]+", self._root_property("_NET_ACTIVE_WINDOW"))
+        return self._title(active[0]) if active and int(active[0], 16) else ""
+
+    def wait_for_front(self, title):
+        wait_until(lambda: self.title_in_front() == title,
+                   lambda: f"'{title}' in front, where '{self.title_in_front()}' stands")
+
+    def activate(self, title):
+        """Brings a window to the front and waits until it has the keys."""
+        self.xdotool("windowactivate", self.window(title))
+        self.wait_for_front(title)
+
+    def popups(self):
+        """How many windows the program shows that are not the window manager's: open menus."""
+        return len(self._shown() - {int(window, 16) for window in self.windows()})
+
+    def shown_titles(self):
+        """The titles of the windows that are on the screen."""
+        shown = self._shown()
+        return sorted(title for window, title in self.windows().items() if int(window, 16) in shown)
+
+    def _shown(self):
+        found = self._search("xdotool", "search", "--onlyvisible", "--class", "^faderhall$")
+        return {int(window) for window in found.split()}
+
+    @contextmanager
+    def menu(self, title, key):
+        """Opens a menu of a window by its key and closes it with Escape."""
+        self.activate(title)
+        self.key(key)
+        wait_until(self.popups, f"a menu after {key}")
+        yield
+        self.key("Escape")
+        wait_until(lambda: not self.popups(), "no menu")
+
+    def place(self, title):
+        """Where a window's content stands on the screen, as x and y."""
+        geometry = self.run("xwininfo", "-id", self.window(title)).decode()
+        return tuple(int(re.search(rf"Absolute upper-left {axis}:\s+(-?\d+)", geometry)[1])
+                     for axis in "XY")
+
+    def settle(self):
+        """Waits until the program and the window manager have dealt with all that happened so far."""
+        # The program notes on its window when it was last given a key; this one means nothing to it.
+        before = self._times_of_use()
+        self.key("Shift_L")
+        wait_until(lambda: self._times_of_use() != before, "the program to take a key")
+        # The window manager answers one request after the other.
+        desktops = self._desktops()
+        self.xdotool("set_num_desktops", desktops + 1)
+        wait_until(lambda: self._desktops() == desktops + 1, "the window manager to answer")
+
+    def _times_of_use(self):
+        return {window: self._window_property(window, "_NET_WM_USER_TIME") for window in self.windows()}
+
+    def _desktops(self):
+        return int(self._root_property("_NET_NUMBER_OF_DESKTOPS").split()[-1])
+
+    # --- Hands -----------------------------------------------------------------------------------------
+
+    def xdotool(self, *arguments):
+        self.run("xdotool", *map(str, arguments))
+
+    def key(self, *names):
+        """Presses keys one after the other; "ctrl+c" is a chord, a number above 9 a key code."""
+        self.xdotool("key", "--delay", 5, *names)
+
+    def type(self, text):
+        self.key(*keys_of(text))
+
+    @contextmanager
+    def held(self, name):
+        """Holds a key down."""
+        self.xdotool("keydown", name)
+        try:
+            yield
+        finally:
+            self.xdotool("keyup", name)
+
+    def point(self, title, x, y):
+        self.xdotool("mousemove", "--window", self.window(title), x, y)
+
+    def click(self, title, x, y, button=1, count=1):
+        self.point(title, x, y)
+        self.xdotool("click", "--repeat", count, "--delay", 20, button)
+
+    def drag(self, title, start, *stations):
+        """Presses the button at one point and releases it at the last of the others."""
+        self.point(title, *start)
+        self.xdotool("mousedown", 1)
+        for station in stations:
+            self.point(title, *station)
+        self.xdotool("mouseup", 1)
+
+    # --- Eyes ------------------------------------------------------------------------------------------
+
+    def colour(self, title, x, y):
+        """The colour of one pixel of a window as the screen shows it, as red, green and blue."""
+        left, top = self.place(title)
+        return tuple(self.run("import", "-silent", "-window", "root", "-crop", f"1x1+{left + x}+{top + y}",
+                              "-depth", "8", "rgb:-"))
+
+    def wait_for_colour(self, place, expected):
+        """Waits until a pixel, by its window's title, x and y, has a colour or fulfils a condition."""
+        matches = expected if callable(expected) else lambda colour: colour == expected
+        wait_until(lambda: matches(self.colour(*place)),
+                   lambda: f"a colour at {place}, which is {self.colour(*place)}")
+
+    def screenshot(self, path):
+        self.run("import", "-silent", "-window", "root", path)

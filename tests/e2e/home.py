@@ -1,0 +1,60 @@
+"""A scratch home: the files that the console finds when it starts and leaves when it ends."""
+
+import plistlib
+import tempfile
+from pathlib import Path
+
+
+def read(path):
+    """A property list as it stands on the disk; nothing while there is none."""
+    try:
+        return plistlib.loads(path.read_bytes())
+    except FileNotFoundError:
+        return None
+
+
+def write(path, content, kind=plistlib.FMT_XML):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_bytes(plistlib.dumps(content, fmt=kind))
+
+
+class Home:
+    """A home folder with resource tables of its own; it goes with the block."""
+
+    def __init__(self, profiles, configurations):
+        self._profiles = profiles
+        self._configurations = configurations
+
+    def __enter__(self):
+        self._scratch = tempfile.TemporaryDirectory(prefix="faderhall-e2e-")
+        scratch = Path(self._scratch.name)
+        self.folder = scratch / "home"
+        self.config = scratch / "config"
+        self.runtime = scratch / "runtime"
+        self.resources = scratch / "resources"
+        self.output = scratch / "output"
+        for folder in (self.folder, self.config, self.runtime, self.output):
+            folder.mkdir(mode=0o700)
+        write(self.resources / "profiles.plist", self._profiles)
+        write(self.resources / "configurations.plist", self._configurations)
+        return self
+
+    def __exit__(self, *_):
+        self._scratch.cleanup()
+
+    @property
+    def settings_file(self):
+        return (self.folder / "Library" / "Application Support" / "com.KTQ.OrvaneApplications"
+                / "Faderhall.plist")
+
+    @property
+    def defaults_file(self):
+        return self.config / "com.KTQ.OrvaneApplications" / "Faderhall.plist"
+
+    @property
+    def settings(self):
+        return read(self.settings_file)
+
+    @property
+    def defaults(self):
+        return read(self.defaults_file)
