@@ -16,6 +16,8 @@ MAIN_WINDOW = "Faderhall"
 START_SECONDS = 60
 END_SECONDS = 30
 
+ADDRESS_FIELD = (260, 40)  # a point in it
+
 COLUMN_WIDTH = 150
 ROW_HEIGHT = 19
 
@@ -153,3 +155,9 @@ class Console:
     def set(self, fader, text):
         self.select(fader)
         self.enter(text)
+
+    def type_address(self, text):
+        """Replaces the text of the address field; Return is left to the caller."""
+        self.display.activate(MAIN_WINDOW)
+        self.display.click(MAIN_WINDOW, *ADDRESS_FIELD)
+        self.display.key("ctrl+a", "BackSpace", *keys_of(text))

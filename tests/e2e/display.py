@@ -72,8 +72,8 @@ class Display:
 
     def run(self, *command, **options):
         """Runs a command on this display and returns its standard output."""
-        return subprocess.run(command, env=self._environment, stdout=subprocess.PIPE, check=True,
-                              timeout=30, **options).stdout
+        options = {"stdout": subprocess.PIPE, **options}
+        return subprocess.run(command, env=self._environment, check=True, timeout=30, **options).stdout
 
     def _root_property(self, name):
         return self.run("xprop", "-root", name).decode()
@@ -179,28 +179,36 @@ class Display:
         self.key(*keys_of(text))
 
     @contextmanager
-    def held(self, name):
+    def held(self, key):
         """Holds a key down."""
-        self.xdotool("keydown", name)
+        self.xdotool("keydown", key)
         try:
             yield
         finally:
-            self.xdotool("keyup", name)
+            self.xdotool("keyup", key)
+
+    @contextmanager
+    def pressed(self, button=1):
+        """Holds a button of the mouse down."""
+        self.xdotool("mousedown", button)
+        try:
+            yield
+        finally:
+            self.xdotool("mouseup", button)
 
     def point(self, title, x, y):
-        self.xdotool("mousemove", "--window", self.window(title), x, y)
+        self.xdotool("mousemove", "--window", self.window(title), "--", x, y)
 
     def click(self, title, x, y, button=1, count=1):
         self.point(title, x, y)
         self.xdotool("click", "--repeat", count, "--delay", 20, button)
 
-    def drag(self, title, start, *stations):
+    def drag(self, title, start, *stations, button=1):
         """Presses the button at one point and releases it at the last of the others."""
         self.point(title, *start)
-        self.xdotool("mousedown", 1)
-        for station in stations:
-            self.point(title, *station)
-        self.xdotool("mouseup", 1)
+        with self.pressed(button):
+            for station in stations:
+                self.point(title, *station)
 
     # --- Eyes ------------------------------------------------------------------------------------------
 
