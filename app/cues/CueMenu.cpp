@@ -20,36 +20,56 @@ CueMenu::CueMenu(QWidget* parent) : QMenu(noCueTitle, parent) {
 }
 
 void CueMenu::setupCueMenu(const QStringList& numbers, const std::optional<QString>& currCue) {
-    clear();
-    checkedItem_ = nullptr;
+    removeItems();
     addCommands();
     for (const QString& number : numbers) {
-        addItem(number, ChooseCue, {}, selectToolTip);
+        addCueAction(number, ChooseCue, {}, selectToolTip);
     }
     check(currCue ? itemWithTitle(*currCue) : nullptr);
 }
 
+// One of the items may be what asks for the rebuild, and it is still at work.
+void CueMenu::removeItems() {
+    checkedItem_ = nullptr;
+    for (QAction* const item : actions()) {
+        removeAction(item);
+        item->deleteLater();
+    }
+}
+
 void CueMenu::addCommands() {
-    addItem("Next Cue", NextCue, Qt::CTRL | Qt::Key_A);
-    addItem("Prev Cue", PrevCue, Qt::CTRL | Qt::Key_R);
-    addItem("Clear", Clear, Qt::CTRL | Qt::Key_X);
-    addItem("Clear Timing", ClearTiming, Qt::CTRL | Qt::ALT | Qt::Key_X,
-            "Clear all channels to their default values");
+    addCueAction("Next Cue", NextCue, Qt::CTRL | Qt::Key_A);
+    addCueAction("Prev Cue", PrevCue, Qt::CTRL | Qt::Key_R);
+    addCueAction("Clear", Clear, Qt::CTRL | Qt::Key_X);
+    addCueAction("Clear Timing", ClearTiming, Qt::CTRL | Qt::ALT | Qt::Key_X,
+                 "Clear all channels to their default values");
     addSeparator();
-    addItem("Store Cue", StoreCue, Qt::CTRL | Qt::Key_W);
-    addItem("Delete Cue", DeleteCue, {}, "Remove current cue from list");
-    QAction* const newCue = addAction("New Cue…", Qt::CTRL | Qt::Key_N, this, &CueMenu::newCueChosen);
-    newCue->setShortcutContext(Qt::ApplicationShortcut);
+    addCueAction("Store Cue", StoreCue, Qt::CTRL | Qt::Key_W);
+    addCueAction("Delete Cue", DeleteCue, {}, "Remove current cue from list");
+    addItem("New Cue…", Qt::CTRL | Qt::Key_N, [this] { emit newCueChosen(); });
     addSeparator();
 }
 
-void CueMenu::addItem(const QString& title, Tag tag, const QKeySequence& keys, const QString& toolTip) {
-    QAction* const item = addAction(menuText(title));
+void CueMenu::addCueAction(const QString& title, Tag tag, const QKeySequence& keys, const QString& toolTip) {
+    addItem(title, keys, [this, tag, title] { emit cueAction(tag, title); })->setToolTip(toolTip);
+}
+
+QAction* CueMenu::addItem(const QString& title, const QKeySequence& keys,
+                          const std::function<void()>& chosen) {
+    auto* const item = new QAction(menuText(title), this);
     item->setData(title);
-    item->setToolTip(toolTip);
-    item->setShortcut(keys);
-    item->setShortcutContext(Qt::ApplicationShortcut);
-    connect(item, &QAction::triggered, this, [this, tag, title] { emit cueAction(tag, title); });
+    if (!keys.isEmpty()) {
+        item->setShortcut(keys);
+        item->setShortcutContext(Qt::ApplicationShortcut);
+    }
+    connect(item, &QAction::triggered, this, [this, item, chosen] {
+        // A cue may be named like a command, which then carries its mark; it must not lose it by being
+        // chosen.
+        item->setChecked(item == checkedItem_);
+        chosen();
+    });
+    addAction(item);
+    return item;
 }
 
 QAction* CueMenu::itemWithTitle(const QString& title) const {
@@ -64,7 +84,7 @@ void CueMenu::showCurrCue(const std::optional<QString>& currCue) {
     setTitle(currCue ? menuText("Cue: " + *currCue) : QString(noCueTitle));
 }
 
-// Only the checked item is checkable: choosing an item must not turn its mark round by itself.
+// Only the checked item is checkable: choosing another must not mark it by itself.
 void CueMenu::check(QAction* item) {
     if (checkedItem_) {
         checkedItem_->setCheckable(false);

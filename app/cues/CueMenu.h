@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 /// The menu of the cues: the commands, then one item for each cue. It is rebuilt whole; only check mark and
@@ -37,8 +38,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void removeItems();
     void addCommands();
-    void addItem(const QString& title, Tag tag, const QKeySequence& keys, const QString& toolTip = {});
+    void addCueAction(const QString& title, Tag tag, const QKeySequence& keys, const QString& toolTip = {});
+    QAction* addItem(const QString& title, const QKeySequence& keys, const std::function<void()>& chosen);
     void check(QAction* item);
     QAction* itemWithTitle(const QString& title) const;
 
