@@ -2,12 +2,14 @@
 
 #include <QString>
 
-/// A menu takes "&" for the mark of a mnemonic and a tab for the border of the shortcuts; the operator's
-/// own names may hold either. What is longer than any screen is wide is cut.
-inline QString menuText(QString name) {
+/// The operator's own names may be of any length; what is longer than any screen is wide is cut.
+inline QString shownName(const QString& name) {
     constexpr qsizetype longest = 200;
-    if (name.size() > longest) {
-        name = name.left(longest) + u'…';
-    }
-    return name.replace('&', "&&").replace('\t', ' ');
+    return name.size() > longest ? name.left(longest) + u'…' : name;
+}
+
+/// A menu takes "&" for the mark of a mnemonic and a tab for the border of the shortcuts; a name may hold
+/// either.
+inline QString menuText(const QString& name) {
+    return shownName(name).replace('&', "&&").replace('\t', ' ');
 }

@@ -10,12 +10,15 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <limits>
+#include <memory>
+#include <utility>
 
 namespace {
 
 void addLine(QVBoxLayout& rows, const QString& text, bool bold) {
-    auto* const line = new QLabel(text);
+    auto* const line = new QLabel(shownName(text));
     line->setTextFormat(Qt::PlainText);
     QFont font = line->font();
     font.setBold(bold);
@@ -24,7 +27,7 @@ void addLine(QVBoxLayout& rows, const QString& text, bool bold) {
 }
 
 // The accessory view stands between the texts and the buttons.
-QDialog* makeSheet(QWidget& window, const SheetText& text, QWidget* field) {
+QDialog* makeSheet(QWidget& window, const SheetText& text, std::unique_ptr<QWidget> field) {
     auto* const sheet = new QDialog(&window);
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     sheet->setWindowModality(Qt::WindowModal);
@@ -34,15 +37,36 @@ QDialog* makeSheet(QWidget& window, const SheetText& text, QWidget* field) {
     if (!text.informativeText.isEmpty()) {
         addLine(*rows, text.informativeText, false);
     }
-    auto* const accessory = new QFormLayout;
-    accessory->addRow(text.fieldLabel, field);
-    rows->addLayout(accessory);
+    QWidget* const accessory = field.get();
+    auto* const accessoryRow = new QFormLayout;
+    accessoryRow->addRow(text.fieldLabel, field.release());
+    rows->addLayout(accessoryRow);
+    accessory->setFocus();
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Ok)->setDefault(true);
     QObject::connect(buttons, &QDialogButtonBox::accepted, sheet, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, sheet, &QDialog::reject);
     rows->addWidget(buttons);
-    field->setFocus();
+    return sheet;
+}
+
+QDialog* openSheetOf(const QWidget& window) {
+    const auto sheets = window.findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto open = std::ranges::find_if(sheets, [](const QDialog* sheet) { return sheet->isVisible(); });
+    return open == sheets.end() ? nullptr : *open;
+}
+
+// One question at a time: a second one brings the first to the front.
+QDialog* openSheet(QWidget& window, const SheetText& text, std::unique_ptr<QWidget> field,
+                   const std::function<void()>& accepted) {
+    if (QDialog* const open = openSheetOf(window)) {
+        open->raise();
+        open->activateWindow();
+        return open;
+    }
+    QDialog* const sheet = makeSheet(window, text, std::move(field));
+    QObject::connect(sheet, &QDialog::accepted, sheet, accepted);
+    sheet->open();
     return sheet;
 }
 
@@ -50,19 +74,16 @@ QDialog* makeSheet(QWidget& window, const SheetText& text, QWidget* field) {
 
 QDialog* openTextSheet(QWidget& window, const SheetText& text,
                        const std::function<void(const QString&)>& accepted) {
-    auto* const field = new QLineEdit;
-    QDialog* const sheet = makeSheet(window, text, field);
-    QObject::connect(sheet, &QDialog::accepted, sheet, [field, accepted] { accepted(field->text()); });
-    sheet->open();
-    return sheet;
+    auto field = std::make_unique<QLineEdit>();
+    const auto answer = [field = field.get(), accepted] { accepted(field->text()); };
+    return openSheet(window, text, std::move(field), answer);
 }
 
 QDialog* openNumberSheet(QWidget& window, const SheetText& text, const std::function<void(int)>& accepted) {
-    auto* const field = new QSpinBox;
+    auto field = std::make_unique<QSpinBox>();
+    field->setLocale(QLocale::c()); // numbers are typed the same everywhere
     field->setRange(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
     field->selectAll();
-    QDialog* const sheet = makeSheet(window, text, field);
-    QObject::connect(sheet, &QDialog::accepted, sheet, [field, accepted] { accepted(field->value()); });
-    sheet->open();
-    return sheet;
+    const auto answer = [field = field.get(), accepted] { accepted(field->value()); };
+    return openSheet(window, text, std::move(field), answer);
 }
