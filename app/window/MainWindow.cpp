@@ -50,7 +50,10 @@ WindowMenu& MainWindow::windowMenu() {
 void MainWindow::addConfiguration(const QString& name) {
     QAction* const item = ui->configMenu->addAction(menuText(name));
     item->setData(name);
-    connect(item, &QAction::triggered, this, [this, name] { emit configurationChosen(name); });
+    connect(item, &QAction::triggered, this, [this, item, name] {
+        item->setChecked(item->isCheckable()); // choosing only asks, and must not take the mark away
+        emit configurationChosen(name);
+    });
 }
 
 void MainWindow::checkConfiguration(const QString& name) {
