@@ -10,12 +10,10 @@
 #include "plist/Reading.h"
 #include "window/AddressField.h"
 #include "window/Sheets.h"
-#include "window/WindowMenu.h"
 
 #include <QApplication>
 #include <QTableView>
 
-#include <cstdint>
 #include <utility>
 
 namespace {
@@ -30,30 +28,13 @@ void quit() {
     QCoreApplication::exit();
 }
 
-QList<QWidget*> fixtureWindows() {
-    QList<QWidget*> windows;
-    if (const auto* views = ControlView::controlViews()) {
-        for (const auto& view : *views) {
-            windows.append(view->window());
-        }
-    }
-    return windows;
-}
-
-QStringList titles(const QList<QWidget*>& windows) {
-    QStringList titles;
-    for (const QWidget* window : windows) {
-        titles.append(window->windowTitle());
-    }
-    return titles;
-}
-
 } // namespace
 
 AppDelegate::AppDelegate(const QString& resources)
     : resources_(resourceFolder(resources)), defaults(UserDefaults::defaultPath()),
       settingsFile(SettingsFile::defaultPath()), places(defaults), savedState(defaults),
-      destination(defaults), cues(settings), cueStepper(cues), window(places), quitSignals(quit) {
+      destination(defaults), cues(settings), cueStepper(cues), fixtureTable(settings), window(places),
+      windows(window), quitSignals(quit) {
     connectWindow();
 }
 
@@ -73,7 +54,7 @@ void AppDelegate::connectWindow() {
     connect(&window.cueMenu(), &CueMenu::newCueChosen, this, &AppDelegate::askForNewCue);
     connect(&cueStepper, &CueStepper::currCueChanged, this,
             [this] { window.cueMenu().showCurrCue(cueStepper.currCue()); });
-    connect(&fixtureTable, &FixtureTable::edited, this, &AppDelegate::editFixture);
+    connect(&fixtureTable, &FixtureTable::edited, this, [this] { windows.scanWindows(); });
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -83,8 +64,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     skt = createSocket(0);
     window.open();
     createControlViews();
-    scanWindows();
-    bringToFront(stringValue(defaults.objectForKey(mainWindowTitleKey)));
+    windows.scanWindows(stringValue(defaults.objectForKey(mainWindowTitleKey)));
     savedState.restoreState(stateKey);
     setIPAddress(stringValue(defaults.objectForKey("tx_address")));
     window.tableview().setModel(&fixtureTable);
@@ -125,21 +105,6 @@ void AppDelegate::createControlViews() {
     }
 }
 
-void AppDelegate::scanWindows() {
-    const QList<QWidget*> fixtures = fixtureWindows();
-    window.windowMenu().setWindows(QList<QWidget*>{&window} + fixtures);
-    window.windowMenu().setKeyEquivalents(window.windowTitle(), titles(fixtures));
-}
-
-void AppDelegate::bringToFront(const QString& title) {
-    for (QWidget* const candidate : QList<QWidget*>{&window} + fixtureWindows()) {
-        if (candidate->windowTitle() == title) {
-            candidate->raise();
-            candidate->activateWindow();
-        }
-    }
-}
-
 void AppDelegate::timerProc() {
     if (const auto* views = ControlView::controlViews()) {
         for (const auto& view : *views) {
@@ -156,23 +121,6 @@ void AppDelegate::timerProc() {
 void AppDelegate::setIPAddress(const QString& dotted) {
     destination.setIPAddress(dotted);
     window.addressField().setText(destination.text());
-}
-
-void AppDelegate::editFixture(int row, FixtureTable::Column column, int value) {
-    const auto* views = ControlView::controlViews();
-    const QString key = column == FixtureTable::Universe ? "universe" : "address";
-    if (column != FixtureTable::Name && views && static_cast<std::size_t>(row) < views->size() &&
-        settings.setPlacement(row, key, value)) {
-        ControlView& view = *(*views)[static_cast<std::size_t>(row)];
-        if (column == FixtureTable::Universe) {
-            view.setUniverse(static_cast<std::uint32_t>(value));
-        } else {
-            view.setAddress(static_cast<std::uint32_t>(value));
-        }
-        view.rescanControls();
-        dictDirty = true;
-    }
-    scanWindows();
 }
 
 void AppDelegate::setupCueMenu() {
@@ -237,8 +185,7 @@ void AppDelegate::reloadSettings() {
     ControlView::reset();
     DMXControl::reset();
     createControlViews();
-    scanWindows();
-    bringToFront(stringValue(defaults.objectForKey(mainWindowTitleKey)));
+    windows.scanWindows(stringValue(defaults.objectForKey(mainWindowTitleKey)));
     savedState.restoreState(stateKey);
     fixtureTable.attach();
 }
@@ -252,8 +199,8 @@ void AppDelegate::applicationWillTerminate() {
         settingsFile.write(*settings.dictionary());
     }
     defaults.setObject(configName, configNameKey);
-    if (const QWidget* const front = QApplication::activeWindow()) {
-        defaults.setObject(front->windowTitle(), mainWindowTitleKey);
+    if (const QString title = windows.frontTitle(); !title.isNull()) {
+        defaults.setObject(title, mainWindowTitleKey);
     }
     savedState.saveControlSelections();
     defaults.synchronize();

@@ -13,6 +13,7 @@
 #include "settings/Settings.h"
 #include "settings/SettingsFile.h"
 #include "settings/UserDefaults.h"
+#include "window/ConsoleWindows.h"
 #include "window/FixtureTable.h"
 #include "window/MainWindow.h"
 
@@ -31,6 +32,9 @@ public:
 
     /// Starts the console; once.
     void applicationDidFinishLaunching();
+    /// One tick: every fixture view brings its universe up to date, then every universe is offered to the
+    /// socket.
+    void timerProc();
     /// The quit sequence; carried out once, however often it is asked for.
     void applicationWillTerminate();
 
@@ -38,14 +42,10 @@ private:
     void loadTables();
     void loadSettings();
     void createControlViews();
-    void bringToFront(const QString& title);
     void reloadSettings();
     void connectWindow();
 
-    void timerProc();
     void setIPAddress(const QString& dotted);
-    void scanWindows();
-    void editFixture(int row, FixtureTable::Column column, int value);
 
     void setupCueMenu();
     void cueAction(CueMenu::Tag tag, const QString& title);
@@ -71,8 +71,8 @@ private:
     CueStepper cueStepper;
     FixtureTable fixtureTable;
     MainWindow window;
+    ConsoleWindows windows;
     Ticker ticker;
     QuitSignals quitSignals;
-    bool dictDirty = false; ///< the operator moved a fixture
     bool terminated = false;
 };

@@ -1,7 +1,9 @@
 #include "window/FixtureTable.h"
 
+#include "cues/MenuText.h"
 #include "fixtures/ControlView.h"
 #include "plist/Reading.h"
+#include "settings/Settings.h"
 
 #include <array>
 
@@ -9,7 +11,7 @@ namespace {
 
 constexpr std::array columnTitles = {"Fixture", "Universe", "Address"};
 
-const ControlView* viewAt(int row) {
+ControlView* viewAt(int row) {
     const auto* views = ControlView::controlViews();
     const auto index = static_cast<std::size_t>(row);
     return views && row >= 0 && index < views->size() ? (*views)[index].get() : nullptr;
@@ -21,7 +23,7 @@ QString cellText(const ControlView* view, int column) {
     }
     switch (column) {
     case FixtureTable::Name:
-        return view->name();
+        return shownName(view->name());
     case FixtureTable::Universe:
         return QString::number(static_cast<int>(view->universe()));
     case FixtureTable::Address:
@@ -55,10 +57,11 @@ int FixtureTable::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant FixtureTable::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
+    const bool isColumn = section >= 0 && section < columnCount();
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || !isColumn) {
         return {};
     }
-    return columnTitles.at(static_cast<std::size_t>(section));
+    return columnTitles[static_cast<std::size_t>(section)];
 }
 
 QVariant FixtureTable::data(const QModelIndex& index, int role) const {
@@ -72,12 +75,31 @@ bool FixtureTable::setData(const QModelIndex& index, const QVariant& value, int 
     if (role != Qt::EditRole) {
         return false;
     }
-    emit edited(index.row(), static_cast<Column>(index.column()), integerValue(value));
-    emit dataChanged(index, index);
+    moveFixture(index.row(), index.column(), integerValue(value));
+    if (index.isValid()) {
+        emit dataChanged(index, index);
+    }
+    emit edited();
     return true;
+}
+
+void FixtureTable::moveFixture(int row, int column, int value) {
+    ControlView* const view = viewAt(row);
+    const QString key = column == Universe ? "universe" : "address";
+    if (!view || (column != Universe && column != Address) || !settings_.setPlacement(row, key, value)) {
+        return;
+    }
+    if (column == Universe) {
+        view->setUniverse(static_cast<std::uint32_t>(value));
+    } else {
+        view->setAddress(static_cast<std::uint32_t>(value));
+    }
+    view->rescanControls();
+    dictDirty_ = true;
 }
 
 Qt::ItemFlags FixtureTable::flags(const QModelIndex& index) const {
     const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.column() == Name ? flags : flags | Qt::ItemIsEditable;
+    const bool isNumber = index.column() == Universe || index.column() == Address;
+    return isNumber ? flags | Qt::ItemIsEditable : flags;
 }

@@ -2,20 +2,26 @@
 
 #include <QAbstractTableModel>
 
+class Settings;
+
 /// The rows of the fixture table: every fixture view in the registry's order, with its name, universe and
-/// address. What is typed into a universe or address cell is read as an integer and handed over; the cell
-/// then shows what the view holds.
+/// address. What is typed into a universe or address cell is read as an integer and moves the fixture, in its
+/// view and in the settings; the cell then shows what the view holds.
 class FixtureTable : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    enum Column { Name = 0, Universe = 1, Address = 2 };
+    enum Column : int { Name = 0, Universe = 1, Address = 2 };
 
-    using QAbstractTableModel::QAbstractTableModel;
+    /// `settings` has to outlive the table.
+    explicit FixtureTable(Settings& settings) : settings_(settings) {}
 
     /// While detached the table has no rows, so that nothing asks for views that are being rebuilt.
     void detach();
     void attach();
+
+    /// True once the operator has moved a fixture.
+    bool dictDirty() const { return dictDirty_; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -25,9 +31,13 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 signals:
-    /// `value` is what was typed, as an integer.
-    void edited(int row, FixtureTable::Column column, int value);
+    /// A cell was edited, whether or not that moved a fixture.
+    void edited();
 
 private:
+    void moveFixture(int row, int column, int value);
+
+    Settings& settings_;
     bool attached_ = true;
+    bool dictDirty_ = false;
 };

@@ -1,0 +1,72 @@
+#include "window/ConsoleWindows.h"
+
+#include "fixtures/ControlView.h"
+#include "window/MainWindow.h"
+#include "window/WindowMenu.h"
+
+#include <QApplication>
+#include <QMenuBar>
+#include <QWindow>
+
+namespace {
+
+QStringList titles(const QList<QWidget*>& windows) {
+    QStringList titles;
+    for (const QWidget* window : windows) {
+        titles.append(window->windowTitle());
+    }
+    return titles;
+}
+
+} // namespace
+
+ConsoleWindows::ConsoleWindows(MainWindow& mainWindow) : mainWindow_(mainWindow) {
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &ConsoleWindows::rememberFront);
+}
+
+QList<QWidget*> ConsoleWindows::fixtureWindows() const {
+    QList<QWidget*> windows;
+    if (const auto* views = ControlView::controlViews()) {
+        for (const auto& view : *views) {
+            windows.append(view->window());
+        }
+    }
+    return windows;
+}
+
+void ConsoleWindows::scanWindows(const QString& mainTitle) {
+    const QList<QWidget*> fixtures = fixtureWindows();
+    WindowMenu& menu = mainWindow_.windowMenu();
+    menu.setWindows(QList<QWidget*>{&mainWindow_} + fixtures);
+    menu.setKeyEquivalents(mainWindow_.windowTitle(), titles(fixtures));
+    for (QWidget* const fixture : fixtures) {
+        // So that the keys of the menus work there while a sheet keeps the main window waiting.
+        fixture->addActions(mainWindow_.menuBar()->actions());
+    }
+    if (!mainTitle.isNull()) {
+        bringToFront(mainTitle);
+    }
+}
+
+void ConsoleWindows::bringToFront(const QString& title) {
+    for (QWidget* const window : QList<QWidget*>{&mainWindow_} + fixtureWindows()) {
+        if (window->windowTitle() == title) {
+            window->raise();
+            window->activateWindow();
+        }
+    }
+}
+
+void ConsoleWindows::rememberFront() {
+    QWidget* window = QApplication::activeWindow();
+    while (window && window->parentWidget()) {
+        window = window->parentWidget()->window();
+    }
+    if (window) {
+        front_ = window;
+    }
+}
+
+QString ConsoleWindows::frontTitle() const {
+    return front_ ? front_->windowTitle() : QString();
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+class MainWindow;
+
+/// The windows of the program, the main window and that of each fixture view, as a whole: the Window menu,
+/// the commands that all of them know, and which of them is in front.
+class ConsoleWindows : public QObject {
+    Q_OBJECT
+
+public:
+    /// `mainWindow` has to outlive this object.
+    explicit ConsoleWindows(MainWindow& mainWindow);
+
+    /// Brings the Window menu in line with the windows and their titles. A window titled `mainTitle` comes to
+    /// the front; null stands for none.
+    void scanWindows(const QString& mainTitle = {});
+
+    /// The title of the window that is in front or, while another program has the keyboard, was last; a
+    /// sheet counts as its window. Null when there was none.
+    QString frontTitle() const;
+
+private:
+    QList<QWidget*> fixtureWindows() const;
+    void bringToFront(const QString& title);
+    void rememberFront();
+
+    MainWindow& mainWindow_;
+    QPointer<QWidget> front_;
+};
