@@ -36,6 +36,7 @@ AppDelegate::AppDelegate(const QString& resources)
       destination(defaults), cues(settings), cueStepper(cues), fixtureTable(settings), window(places),
       windows(window), quitSignals(quit) {
     connectWindow();
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::sessionEnds);
 }
 
 // Widgets and universes go while the application object still stands.
@@ -188,6 +189,12 @@ void AppDelegate::reloadSettings() {
     windows.scanWindows(stringValue(defaults.objectForKey(mainWindowTitleKey)));
     savedState.restoreState(stateKey);
     fixtureTable.attach();
+}
+
+// What comes after is not waited for: the session may end us before the event loop has.
+void AppDelegate::sessionEnds() {
+    applicationWillTerminate();
+    quit();
 }
 
 void AppDelegate::applicationWillTerminate() {

@@ -44,6 +44,7 @@ private:
     void createControlViews();
     void reloadSettings();
     void connectWindow();
+    void sessionEnds();
 
     void setIPAddress(const QString& dotted);
 
