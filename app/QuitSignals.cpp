@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <unistd.h>
 #include <utility>
@@ -15,10 +16,12 @@ constexpr std::array quitSignals = {SIGTERM, SIGINT, SIGHUP};
 std::array<int, 2> gPipe = {-1, -1};
 
 void passOn(int signal) {
+    const int interruptedErrno = errno; // whoever is interrupted may be about to read it
     // The first signal asks; whoever sends a second one means it.
     std::signal(signal, SIG_DFL);
     const char byte = 0;
     [[maybe_unused]] const auto written = ::write(gPipe[1], &byte, sizeof byte);
+    errno = interruptedErrno;
 }
 
 } // namespace
