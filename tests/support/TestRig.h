@@ -2,7 +2,7 @@
 
 #include "fixtures/ControlView.h"
 #include "fixtures/Profiles.h"
-#include "fixtures/WindowPlaces.h"
+#include "support/TestPlaces.h"
 
 #include <QVariantMap>
 
@@ -27,14 +27,8 @@ public:
     ControlView& add(const QString& name, const QStringList& controlNames, int universe = 0, int address = 1);
 
 private:
-    class NoPlaces : public WindowPlaces {
-    public:
-        std::optional<QPoint> place(const QString&) const override { return {}; }
-        void setPlace(const QString&, QPoint) override {}
-    };
-
     Profiles profiles_;
-    NoPlaces places_;
+    TestPlaces places_;
 };
 
 /// The control registered under `key`; the test fails hard when there is none.

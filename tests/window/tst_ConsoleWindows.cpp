@@ -1,0 +1,215 @@
+#include "window/ConsoleWindows.h"
+
+#include "controls/DMXControl.h"
+#include "cues/CueMenu.h"
+#include "support/TestRig.h"
+#include "window/MainWindow.h"
+#include "window/Sheets.h"
+#include "window/WindowMenu.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+const SheetText question{.message = "Enter new cue number", .informativeText = {}, .fieldLabel = {}};
+
+QStringList titlesAndKeys(const QMenu& menu) {
+    QStringList found;
+    for (const QAction* item : menu.actions()) {
+        found.append(item->text() + " / " + item->shortcut().toString(QKeySequence::PortableText));
+    }
+    return found;
+}
+
+} // namespace
+
+/// A rig of two fixtures, Spot and Wash, and the main window.
+class tst_ConsoleWindows : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void theMenuListsTheMainWindowAndEveryFixture();
+    void theMenuFollowsTheTitles();
+    void theMenuFollowsTheFixtures();
+    void aScanWithoutATitleBringsNothingToTheFront();
+    void theWindowOfThatTitleComesToTheFront_data();
+    void theWindowOfThatTitleComesToTheFront();
+    void aTitleThatNoWindowHasBringsNothingToTheFront();
+
+    void theTitleInFrontIsThatOfTheActiveWindow();
+    void theTitleIsTheOneThatTheWindowHasNow();
+    void aSheetCountsAsItsWindow();
+    void whileAnotherProgramHasTheKeyboardItIsTheLastOne();
+    void withoutAWindowThereIsNoTitle();
+
+    void whileASheetIsOpenFixtureWindowsKnowTheCommands();
+    void whileASheetIsOpenItsFieldKeepsItsEditingKeys();
+
+private:
+    void activate(QWidget& window) {
+        window.activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), &window);
+    }
+
+    std::unique_ptr<TestPlaces> places_;
+    std::unique_ptr<TestRig> rig_;
+    std::unique_ptr<MainWindow> mainWindow_;
+    std::unique_ptr<ConsoleWindows> windows_;
+    ControlView* spot_ = nullptr;
+    ControlView* wash_ = nullptr;
+};
+
+void tst_ConsoleWindows::init() {
+    places_ = std::make_unique<TestPlaces>();
+    rig_ = std::make_unique<TestRig>();
+    mainWindow_ = std::make_unique<MainWindow>(*places_);
+    windows_ = std::make_unique<ConsoleWindows>(*mainWindow_);
+    mainWindow_->open();
+    spot_ = &rig_->add("Spot", {"Dimmer"}, 0, 1);
+    wash_ = &rig_->add("Wash", {"Dimmer"}, 1, 2);
+    QVERIFY(QTest::qWaitForWindowActive(wash_->window()));
+}
+
+void tst_ConsoleWindows::cleanup() {
+    windows_.reset();
+    rig_.reset();
+    mainWindow_.reset();
+    places_.reset();
+}
+
+void tst_ConsoleWindows::theMenuListsTheMainWindowAndEveryFixture() {
+    windows_->scanWindows();
+    QCOMPARE(titlesAndKeys(mainWindow_->windowMenu()),
+             (QStringList{"Faderhall / Ctrl+0", "Spot Univ: 0 Addr: 1 / Ctrl+1",
+                          "Wash Univ: 1 Addr: 2 / Ctrl+2"}));
+}
+
+void tst_ConsoleWindows::theMenuFollowsTheTitles() {
+    windows_->scanWindows();
+    spot_->setAddress(17);
+    spot_->rescanControls();
+    windows_->scanWindows();
+    QCOMPARE(titlesAndKeys(mainWindow_->windowMenu()),
+             (QStringList{"Faderhall / Ctrl+0", "Spot Univ: 0 Addr: 17 / Ctrl+1",
+                          "Wash Univ: 1 Addr: 2 / Ctrl+2"}));
+}
+
+void tst_ConsoleWindows::theMenuFollowsTheFixtures() {
+    windows_->scanWindows();
+    ControlView::reset();
+    DMXControl::reset();
+    windows_->scanWindows();
+    QCOMPARE(titlesAndKeys(mainWindow_->windowMenu()), QStringList{"Faderhall / Ctrl+0"});
+    rig_->add("New", {"Dimmer"});
+    windows_->scanWindows();
+    QCOMPARE(titlesAndKeys(mainWindow_->windowMenu()),
+             (QStringList{"Faderhall / Ctrl+0", "New Univ: 0 Addr: 1 / Ctrl+1"}));
+}
+
+void tst_ConsoleWindows::aScanWithoutATitleBringsNothingToTheFront() {
+    windows_->scanWindows();
+    QCoreApplication::processEvents();
+    QVERIFY(wash_->window()->isActiveWindow());
+}
+
+void tst_ConsoleWindows::theWindowOfThatTitleComesToTheFront_data() {
+    QTest::addColumn<QString>("title");
+
+    QTest::newRow("the main window") << "Faderhall";
+    QTest::newRow("a fixture") << "Spot Univ: 0 Addr: 1";
+    QTest::newRow("the one in front") << "Wash Univ: 1 Addr: 2";
+}
+
+void tst_ConsoleWindows::theWindowOfThatTitleComesToTheFront() {
+    QFETCH(const QString, title);
+
+    windows_->scanWindows(title);
+    QTRY_VERIFY(QApplication::activeWindow());
+    QTRY_COMPARE(QApplication::activeWindow()->windowTitle(), title);
+    QCOMPARE(windows_->frontTitle(), title);
+}
+
+void tst_ConsoleWindows::aTitleThatNoWindowHasBringsNothingToTheFront() {
+    for (const char* title : {"", "Spot", "Spot Univ: 0 Addr: 2"}) {
+        windows_->scanWindows(title);
+        QCoreApplication::processEvents();
+        QVERIFY(wash_->window()->isActiveWindow());
+    }
+}
+
+void tst_ConsoleWindows::theTitleInFrontIsThatOfTheActiveWindow() {
+    QCOMPARE(windows_->frontTitle(), QString("Wash Univ: 1 Addr: 2"));
+    activate(*mainWindow_);
+    QCOMPARE(windows_->frontTitle(), QString("Faderhall"));
+    activate(*spot_->window());
+    QCOMPARE(windows_->frontTitle(), QString("Spot Univ: 0 Addr: 1"));
+}
+
+void tst_ConsoleWindows::theTitleIsTheOneThatTheWindowHasNow() {
+    wash_->setUniverse(9);
+    wash_->rescanControls();
+    QCOMPARE(windows_->frontTitle(), QString("Wash Univ: 9 Addr: 2"));
+}
+
+void tst_ConsoleWindows::aSheetCountsAsItsWindow() {
+    QDialog* const sheet = openTextSheet(*mainWindow_, question, [](const QString&) {});
+    activate(*sheet);
+    QCOMPARE(windows_->frontTitle(), QString("Faderhall"));
+    sheet->reject();
+    QCOMPARE(windows_->frontTitle(), QString("Faderhall"));
+}
+
+void tst_ConsoleWindows::whileAnotherProgramHasTheKeyboardItIsTheLastOne() {
+    activate(*spot_->window());
+    QApplication::setActiveWindow(nullptr);
+    QVERIFY(!QApplication::activeWindow());
+    QCOMPARE(windows_->frontTitle(), QString("Spot Univ: 0 Addr: 1"));
+}
+
+void tst_ConsoleWindows::withoutAWindowThereIsNoTitle() {
+    ControlView::reset();
+    DMXControl::reset();
+    mainWindow_->hide();
+    QVERIFY(ConsoleWindows(*mainWindow_).frontTitle().isNull());
+}
+
+void tst_ConsoleWindows::whileASheetIsOpenFixtureWindowsKnowTheCommands() {
+    windows_->scanWindows();
+    mainWindow_->cueMenu().setupCueMenu({"1"}, {});
+    const QSignalSpy chosen(&mainWindow_->cueMenu(), &CueMenu::cueAction);
+    openTextSheet(*mainWindow_, question, [](const QString&) {});
+    activate(*spot_->window());
+    DMXControl& fader = controlNamed("Spot.Dimmer");
+    fader.setFocus();
+    QTest::keyClick(&fader, Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(chosen.size(), 1);
+
+    mainWindow_->cueMenu().setupCueMenu({"1", "2"}, {}); // new items, known just as well
+    QTest::keyClick(&fader, Qt::Key_X, Qt::ControlModifier | Qt::AltModifier);
+    QCOMPARE(chosen.size(), 2);
+    QTest::keyClick(&fader, Qt::Key_2, Qt::ControlModifier);
+    QVERIFY(QTest::qWaitForWindowActive(wash_->window()));
+}
+
+void tst_ConsoleWindows::whileASheetIsOpenItsFieldKeepsItsEditingKeys() {
+    windows_->scanWindows();
+    mainWindow_->cueMenu().setupCueMenu({"1"}, {});
+    const QSignalSpy chosen(&mainWindow_->cueMenu(), &CueMenu::cueAction);
+    QDialog* const sheet = openTextSheet(*mainWindow_, question, [](const QString&) {});
+    activate(*sheet);
+    auto* const field = sheet->findChild<QLineEdit*>();
+    QTest::keyClicks(field, "12");
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(field->selectedText(), QString("12"));
+    QTest::keyClick(field, Qt::Key_X, Qt::ControlModifier);
+    QCOMPARE(field->text(), QString());
+    QCOMPARE(chosen.size(), 0);
+}
+
+QTEST_MAIN(tst_ConsoleWindows)
+#include "tst_ConsoleWindows.moc"

@@ -1,0 +1,303 @@
+#include "window/FixtureTable.h"
+
+#include "controls/DMXControl.h"
+#include "settings/Settings.h"
+#include "support/TestRig.h"
+
+#include <QAbstractItemModelTester>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTest>
+
+namespace {
+
+constexpr int NameColumn = 0;
+constexpr int UniverseColumn = 1;
+constexpr int AddressColumn = 2;
+
+} // namespace
+
+/// A rig of two fixtures: Spot in universe 0 at 1, Wash in universe 3 at 20.
+class tst_FixtureTable : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void theColumnsAreHeaded();
+    void thereIsARowForEachFixture();
+    void withoutFixturesThereIsNoRow();
+    void numbersAreShownAsTheyWereWritten();
+    void whatIsNoCellIsEmpty();
+    void itKeepsTheRulesOfTheToolkit();
+
+    void anEditedAddressMovesTheFixture();
+    void anEditedUniverseMovesTheFixture();
+    void whatIsTypedIsReadAsAnInteger_data();
+    void whatIsTypedIsReadAsAnInteger();
+    void aNameCannotBeEdited();
+    void aFixtureWithoutAPlacementStays_data();
+    void aFixtureWithoutAPlacementStays();
+    void aRowWithoutAFixtureChangesNothing();
+    void otherRolesAreNoEdits();
+
+    void whileDetachedThereAreNoRows();
+    void aCellIsEditedInPlace();
+    void aRebuildTakesAnOpenEditorAwayUnread();
+
+private:
+    QString cell(int row, int column) const { return table_->index(row, column).data().toString(); }
+    bool edit(int row, int column, const QVariant& value) {
+        return table_->setData(table_->index(row, column), value, Qt::EditRole);
+    }
+    QVariant placed(int row, const QString& key) const {
+        return settings_.views().at(row).toMap().value(key);
+    }
+
+    std::unique_ptr<TestRig> rig_;
+    Settings settings_;
+    std::unique_ptr<FixtureTable> table_;
+    ControlView* spot_ = nullptr;
+    ControlView* wash_ = nullptr;
+};
+
+void tst_FixtureTable::init() {
+    const QVariantMap spot = placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan")});
+    const QVariantMap wash = placement("Wash", 3, 20, {controlEntry("Dimmer")});
+    settings_ = Settings(QVariantMap{{"views", QVariantList{spot, wash}}});
+    rig_ = std::make_unique<TestRig>();
+    spot_ = &rig_->add(spot);
+    wash_ = &rig_->add(wash);
+    table_ = std::make_unique<FixtureTable>(settings_);
+}
+
+void tst_FixtureTable::cleanup() {
+    table_.reset();
+    rig_.reset();
+}
+
+void tst_FixtureTable::theColumnsAreHeaded() {
+    QCOMPARE(table_->columnCount(), 3);
+    QCOMPARE(table_->headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Fixture"));
+    QCOMPARE(table_->headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Universe"));
+    QCOMPARE(table_->headerData(2, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Address"));
+    QVERIFY(!table_->headerData(3, Qt::Horizontal, Qt::DisplayRole).isValid());
+    QVERIFY(!table_->headerData(-1, Qt::Horizontal, Qt::DisplayRole).isValid());
+    QVERIFY(!table_->headerData(0, Qt::Vertical, Qt::DisplayRole).isValid());
+}
+
+void tst_FixtureTable::thereIsARowForEachFixture() {
+    QCOMPARE(table_->rowCount(), 2);
+    QCOMPARE(cell(0, NameColumn), QString("Spot"));
+    QCOMPARE(cell(0, UniverseColumn), QString("0"));
+    QCOMPARE(cell(0, AddressColumn), QString("1"));
+    QCOMPARE(cell(1, NameColumn), QString("Wash"));
+    QCOMPARE(cell(1, UniverseColumn), QString("3"));
+    QCOMPARE(cell(1, AddressColumn), QString("20"));
+    QCOMPARE(table_->rowCount(table_->index(0, 0)), 0);
+}
+
+void tst_FixtureTable::withoutFixturesThereIsNoRow() {
+    rig_.reset();
+    QCOMPARE(table_->rowCount(), 0);
+}
+
+void tst_FixtureTable::numbersAreShownAsTheyWereWritten() {
+    spot_->setUniverse(0xFFFFFFFFU);
+    spot_->setAddress(0x80000000U);
+    QCOMPARE(cell(0, UniverseColumn), QString("-1"));
+    QCOMPARE(cell(0, AddressColumn), QString("-2147483648"));
+    spot_->setName(QString(201, u'x'));
+    QCOMPARE(cell(0, NameColumn), QString(200, u'x') + u'…');
+}
+
+void tst_FixtureTable::whatIsNoCellIsEmpty() {
+    QCOMPARE(table_->data({}, Qt::DisplayRole).toString(), QString());
+    QCOMPARE(table_->data(table_->index(2, 0), Qt::DisplayRole).toString(), QString());
+    const QModelIndex lastCell = table_->index(1, AddressColumn);
+    ControlView::reset();
+    QCOMPARE(table_->data(lastCell, Qt::DisplayRole).toString(), QString());
+    QVERIFY(!table_->data(lastCell, Qt::DecorationRole).isValid());
+}
+
+void tst_FixtureTable::itKeepsTheRulesOfTheToolkit() {
+    const QAbstractItemModelTester tester(table_.get(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QVERIFY(edit(0, AddressColumn, "17"));
+    table_->detach();
+    table_->attach();
+}
+
+void tst_FixtureTable::anEditedAddressMovesTheFixture() {
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    QSignalSpy changed(table_.get(), &FixtureTable::dataChanged);
+    QVERIFY(!table_->dictDirty());
+    QVERIFY(edit(0, AddressColumn, "17"));
+    QCOMPARE(spot_->address(), 17U);
+    QCOMPARE(spot_->controls().at(0)->address(), 16U);
+    QCOMPARE(spot_->controls().at(1)->address(), 17U);
+    QCOMPARE(spot_->controls().at(1)->toolTip(), QString("Univ: 0, Addr: 18"));
+    QCOMPARE(spot_->window()->windowTitle(), QString("Spot Univ: 0 Addr: 17"));
+    QCOMPARE(placed(0, "address"), QVariant(17LL));
+    QCOMPARE(placed(0, "universe"), QVariant(0LL));
+    QCOMPARE(placed(1, "address"), QVariant(20LL));
+    QCOMPARE(cell(0, AddressColumn), QString("17"));
+    QVERIFY(table_->dictDirty());
+    QCOMPARE(edited.size(), 1);
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(changed.at(0).at(0).toModelIndex(), table_->index(0, AddressColumn));
+}
+
+void tst_FixtureTable::anEditedUniverseMovesTheFixture() {
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    QVERIFY(edit(1, UniverseColumn, "5"));
+    QCOMPARE(wash_->universe(), 5U);
+    QCOMPARE(wash_->controls().at(0)->toolTip(), QString("Univ: 5, Addr: 20"));
+    QCOMPARE(wash_->window()->windowTitle(), QString("Wash Univ: 5 Addr: 20"));
+    QCOMPARE(placed(1, "universe"), QVariant(5LL));
+    QCOMPARE(placed(0, "universe"), QVariant(0LL));
+    QCOMPARE(spot_->universe(), 0U);
+    QVERIFY(table_->dictDirty());
+    QCOMPARE(edited.size(), 1);
+}
+
+void tst_FixtureTable::whatIsTypedIsReadAsAnInteger_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<qlonglong>("stored");
+    QTest::addColumn<QString>("shown");
+
+    QTest::newRow("digits") << "17" << 17LL << "17";
+    QTest::newRow("letters behind") << "17b" << 17LL << "17";
+    QTest::newRow("a blank before") << " 17" << 17LL << "17";
+    QTest::newRow("no number") << "left" << 0LL << "0";
+    QTest::newRow("nothing") << "" << 0LL << "0";
+    QTest::newRow("negative") << "-3" << -3LL << "-3";
+    QTest::newRow("past 512") << "513" << 513LL << "513";
+    QTest::newRow("past 32 bits") << "99999999999" << 2147483647LL << "2147483647";
+    QTest::newRow("far below zero") << "-99999999999" << -2147483648LL << "-2147483648";
+}
+
+void tst_FixtureTable::whatIsTypedIsReadAsAnInteger() {
+    QFETCH(const QString, typed);
+    QFETCH(const qlonglong, stored);
+    QFETCH(const QString, shown);
+
+    for (const int column : {UniverseColumn, AddressColumn}) {
+        QVERIFY(edit(0, column, typed));
+        QCOMPARE(cell(0, column), shown);
+    }
+    QCOMPARE(placed(0, "universe"), QVariant(stored));
+    QCOMPARE(placed(0, "address"), QVariant(stored));
+}
+
+void tst_FixtureTable::aNameCannotBeEdited() {
+    const auto before = settings_.dictionary();
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    QVERIFY(!(table_->flags(table_->index(0, NameColumn)) & Qt::ItemIsEditable));
+    QVERIFY(table_->flags(table_->index(0, UniverseColumn)) & Qt::ItemIsEditable);
+    QVERIFY(table_->flags(table_->index(0, AddressColumn)) & Qt::ItemIsEditable);
+    edit(0, NameColumn, "17");
+    QCOMPARE(settings_.dictionary(), before);
+    QCOMPARE(cell(0, NameColumn), QString("Spot"));
+    QVERIFY(!table_->dictDirty());
+    QCOMPARE(edited.size(), 1);
+}
+
+void tst_FixtureTable::aFixtureWithoutAPlacementStays_data() {
+    QTest::addColumn<QVariant>("views");
+
+    QTest::newRow("no placements") << QVariant();
+    QTest::newRow("too few") << QVariant(QVariantList());
+    QTest::newRow("of a wrong type") << QVariant(QVariantList{"Spot", "Wash"});
+}
+
+void tst_FixtureTable::aFixtureWithoutAPlacementStays() {
+    QFETCH(const QVariant, views);
+
+    const QVariantMap rig{{"views", views}};
+    settings_ = Settings(rig);
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    edit(0, AddressColumn, "17");
+    QCOMPARE(spot_->address(), 1U);
+    QCOMPARE(cell(0, AddressColumn), QString("1"));
+    QCOMPARE(settings_.dictionary(), std::optional(rig));
+    QVERIFY(!table_->dictDirty());
+    QCOMPARE(edited.size(), 1);
+}
+
+void tst_FixtureTable::aRowWithoutAFixtureChangesNothing() {
+    const auto before = settings_.dictionary();
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    edit(2, AddressColumn, "17");
+    QCOMPARE(edited.size(), 1);
+    const QModelIndex cellOfAFixture = table_->index(1, AddressColumn);
+    ControlView::reset();
+    table_->setData(cellOfAFixture, "17", Qt::EditRole);
+    QCOMPARE(edited.size(), 2);
+    QCOMPARE(settings_.dictionary(), before);
+    QVERIFY(!table_->dictDirty());
+}
+
+void tst_FixtureTable::otherRolesAreNoEdits() {
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    QVERIFY(!table_->setData(table_->index(0, AddressColumn), "17", Qt::DisplayRole));
+    QCOMPARE(spot_->address(), 1U);
+    QCOMPARE(edited.size(), 0);
+}
+
+void tst_FixtureTable::whileDetachedThereAreNoRows() {
+    const QSignalSpy reset(table_.get(), &FixtureTable::modelReset);
+    table_->detach();
+    QCOMPARE(table_->rowCount(), 0);
+    table_->attach();
+    QCOMPARE(table_->rowCount(), 2);
+    QCOMPARE(reset.size(), 2);
+}
+
+void tst_FixtureTable::aCellIsEditedInPlace() {
+    QTableView view;
+    view.setModel(table_.get());
+    view.show();
+    view.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&view));
+    view.setCurrentIndex(table_->index(0, AddressColumn));
+    QTest::keyClick(&view, Qt::Key_F2);
+    auto* const editor = view.viewport()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    QCOMPARE(editor->text(), QString("1"));
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, "17");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_COMPARE(spot_->address(), 17U);
+    QCOMPARE(cell(0, AddressColumn), QString("17"));
+}
+
+void tst_FixtureTable::aRebuildTakesAnOpenEditorAwayUnread() {
+    QTableView view;
+    view.setModel(table_.get());
+    view.show();
+    view.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&view));
+    view.setCurrentIndex(table_->index(1, AddressColumn));
+    QTest::keyClick(&view, Qt::Key_F2);
+    const QPointer<QLineEdit> editor = view.viewport()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    QTest::keyClicks(editor, "99");
+
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    table_->detach();
+    ControlView::reset();
+    DMXControl::reset();
+    QCoreApplication::processEvents();
+    rig_->add(placement("New", 7, 8, {controlEntry("Dimmer")}));
+    table_->attach();
+    QTRY_VERIFY(!editor);
+    QCOMPARE(table_->rowCount(), 1);
+    QCOMPARE(cell(0, AddressColumn), QString("8"));
+    QCOMPARE(edited.size(), 0);
+}
+
+QTEST_MAIN(tst_FixtureTable)
+#include "tst_FixtureTable.moc"
