@@ -1,0 +1,95 @@
+#include "Resources.h"
+
+#include "plist/PropertyList.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+void put(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+} // namespace
+
+class tst_Resources : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theFolderAskedForIsTaken();
+    void elseTheOneBesideTheProgram();
+    void aTableIsReadByItsName_data();
+    void aTableIsReadByItsName();
+    void whatIsNoTableReadsAsNothing_data();
+    void whatIsNoTableReadsAsNothing();
+    void aMissingTableReadsAsNothing();
+};
+
+void tst_Resources::theFolderAskedForIsTaken() {
+    QCOMPARE(resourceFolder("/srv/rig"), QString("/srv/rig"));
+    QCOMPARE(resourceFolder("no such folder"), QString("no such folder"));
+    QCOMPARE(resourceFolder(""), QString(""));
+}
+
+void tst_Resources::elseTheOneBesideTheProgram() {
+    QDir program(QCoreApplication::applicationDirPath());
+    QVERIFY(!program.exists("resources"));
+    QCOMPARE(resourceFolder({}), program.path() + "/../share/faderhall");
+    QVERIFY(program.mkdir("resources"));
+    const QString beside = resourceFolder({});
+    QVERIFY(program.rmdir("resources"));
+    QCOMPARE(beside, program.path() + "/resources");
+}
+
+void tst_Resources::aTableIsReadByItsName_data() {
+    QTest::addColumn<QByteArray>("bytes");
+
+    const QVariantMap table{{"Dimmer", QVariantList{QVariantMap{{"name", "Level"}}}}};
+    QTest::newRow("XML") << writeXmlPropertyList(table);
+    QTest::newRow("binary") << writeBinaryPropertyList(table);
+}
+
+void tst_Resources::aTableIsReadByItsName() {
+    QFETCH(const QByteArray, bytes);
+
+    const QTemporaryDir folder;
+    put(folder.filePath("profiles.plist"), bytes);
+    const QVariantMap table{{"Dimmer", QVariantList{QVariantMap{{"name", "Level"}}}}};
+    QCOMPARE(readResource(folder.path(), "profiles"), std::optional(table));
+    QVERIFY(!readResource(folder.path(), "configurations"));
+    QVERIFY(!readResource(folder.path(), "profiles.plist"));
+}
+
+void tst_Resources::whatIsNoTableReadsAsNothing_data() {
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("an empty file") << QByteArray();
+    QTest::newRow("text") << QByteArray("profiles");
+    QTest::newRow("an array") << writeXmlPropertyList(QVariantList{"Dimmer"});
+    QTest::newRow("cut off") << writeXmlPropertyList(QVariantMap{{"Dimmer", "x"}}).chopped(20);
+}
+
+void tst_Resources::whatIsNoTableReadsAsNothing() {
+    QFETCH(const QByteArray, bytes);
+
+    const QTemporaryDir folder;
+    put(folder.filePath("profiles.plist"), bytes);
+    QVERIFY(!readResource(folder.path(), "profiles"));
+}
+
+void tst_Resources::aMissingTableReadsAsNothing() {
+    const QTemporaryDir folder;
+    QVERIFY(!readResource(folder.path(), "profiles"));
+    QVERIFY(!readResource(folder.filePath("no such folder"), "profiles"));
+    QVERIFY(QDir(folder.path()).mkdir("profiles.plist"));
+    QVERIFY(!readResource(folder.path(), "profiles"));
+}
+
+QTEST_GUILESS_MAIN(tst_Resources)
+#include "tst_Resources.moc"
