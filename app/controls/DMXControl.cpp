@@ -134,6 +134,9 @@ void DMXControl::setAddress(std::uint32_t address) {
 // --- Selection -----------------------------------------------------------------------------------------
 
 void DMXControl::makeFirstResponder() {
+    if (!parent) {
+        return;
+    }
     setFocus(Qt::OtherFocusReason);
     // A window that is not in front sends no focus events; the selection is made all the same.
     if (!firstResponder) {

@@ -70,7 +70,8 @@ public:
     void setAddress(std::uint32_t address);
     const Fade& fade() const { return state().fade; }
 
-    /// Makes this control the one that its window's keys go to, also while the window is not in front.
+    /// Makes this control the one that its window's keys go to, also while the window is not in front. A
+    /// control whose view is gone stays as it is.
     void makeFirstResponder();
     /// Asks the control to be drawn again if a fade moved its level since it was last asked.
     void redrawIfFaded();
