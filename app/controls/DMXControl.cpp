@@ -1,31 +1,24 @@
 #include "controls/DMXControl.h"
 
 #include "clock/MonotonicClock.h"
-#include "controls/ControlArchive.h"
 #include "controls/ControlDefinition.h"
 #include "controls/ControlKeys.h"
 #include "controls/ControlParent.h"
+#include "controls/ControlPasteboard.h"
 #include "controls/EditView.h"
+#include "controls/LevelMovement.h"
 #include "plist/Reading.h"
 
-#include <QClipboard>
 #include <QFocusEvent>
-#include <QGuiApplication>
-#include <QMimeData>
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <utility>
 
 namespace {
 
 constexpr QSize initialSize(100, 10);
-constexpr double fineDelta = 1.0;
-constexpr double fineMultiplier = 10;
-constexpr double commandMultiplier = 200;
-constexpr auto pasteboardType = "text/plain";
 
 DMXControl::Registry gDmxControlList;
 
@@ -212,14 +205,6 @@ void DMXControl::keyPressEvent(QKeyEvent* event) {
 }
 
 void DMXControl::keyDown(const QKeyEvent& event) {
-    const std::uint32_t oldValue = value();
-    perform(event);
-    if (value() != oldValue) {
-        update();
-    }
-}
-
-void DMXControl::perform(const QKeyEvent& event) {
     const KeyMeaning meaning = meaningOf(event);
     switch (meaning.action) {
     case KeyAction::None:
@@ -248,10 +233,10 @@ void DMXControl::perform(const QKeyEvent& event) {
         endEntry();
         break;
     case KeyAction::StepUp:
-        step(+1);
+        moveTo(steppedLevel(value(), +1, max()));
         break;
     case KeyAction::StepDown:
-        step(-1);
+        moveTo(steppedLevel(value(), -1, max()));
         break;
     case KeyAction::Type:
         numericEntry.append(meaning.character);
@@ -301,14 +286,11 @@ void DMXControl::changedEditState() {
     }
 }
 
-// Moves the level at once, without a fade; a level beyond its range, which a cue can bring, is left alone
-// when the step leads further out.
-void DMXControl::step(std::int64_t difference) {
-    const std::int64_t present = value();
-    if (difference > 0 && present < max()) {
-        setValue(static_cast<std::uint32_t>(std::min<std::int64_t>(present + difference, max())));
-    } else if (difference < 0 && present > 0) {
-        setValue(static_cast<std::uint32_t>(std::max<std::int64_t>(present + difference, 0)));
+// At once, without a fade.
+void DMXControl::moveTo(std::uint32_t level) {
+    if (level != value()) {
+        setValue(level);
+        update();
     }
 }
 
@@ -341,11 +323,7 @@ void DMXControl::mouseDragged(QPointF place) {
     if (!tracking || dummy()) {
         return;
     }
-    // Single precision, so that a drag across the whole width comes to exactly the whole range.
-    const float perPixel = static_cast<float>(max()) / static_cast<float>(width());
-    const float dragged =
-        static_cast<float>(startValue) + static_cast<float>(place.x() - startPt.x()) * perPixel;
-    setValue(static_cast<std::uint32_t>(std::clamp(dragged, 0.0F, static_cast<float>(max()))));
+    setValue(draggedLevel(startValue, place.x() - startPt.x(), width(), max()));
     dragging = true;
     update();
 }
@@ -365,34 +343,22 @@ void DMXControl::wheelEvent(QWheelEvent* event) {
 
 void DMXControl::scrollWheel(double delta, bool command) {
     makeFirstResponder();
-    const double multiplier =
-        (std::abs(delta) < fineDelta ? fineMultiplier : 1) * (command ? commandMultiplier : 1);
-    const std::uint32_t oldValue = value();
-    step(static_cast<std::int64_t>(delta * multiplier));
-    if (value() != oldValue) {
-        update();
-    }
+    moveTo(steppedLevel(value(), wheelStep(delta, command), max()));
 }
 
 // --- Pasteboard ----------------------------------------------------------------------------------------
 
 void DMXControl::copy() const {
-    auto archive = std::make_unique<QMimeData>();
-    archive->setData(pasteboardType, archiveLevel(static_cast<int>(value())));
-    QGuiApplication::clipboard()->setMimeData(archive.release());
+    copyLevel(static_cast<int>(value()));
 }
 
 void DMXControl::paste() {
-    const QMimeData* const pasteboard = QGuiApplication::clipboard()->mimeData();
-    const std::optional<int> level =
-        pasteboard ? unarchiveLevel(pasteboard->data(pasteboardType)) : std::nullopt;
+    const std::optional<int> level = pastedLevel();
     if (!level) {
         return;
     }
     endEntry();
-    if (std::exchange(state().value, static_cast<std::uint32_t>(*level)) != value()) {
-        update();
-    }
+    moveTo(static_cast<std::uint32_t>(*level));
 }
 
 // --- Drawing -------------------------------------------------------------------------------------------

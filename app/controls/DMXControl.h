@@ -113,11 +113,10 @@ private:
     LevelState& state() { return (*levels)[levelIndex]; }
     const LevelState& state() const { return (*levels)[levelIndex]; }
     ControlLook look() const;
-    void perform(const QKeyEvent& event);
     void becomeFirstResponder();
     void resignFirstResponder();
     void endEntry();
-    void step(std::int64_t difference);
+    void moveTo(std::uint32_t level);
 
     std::shared_ptr<LevelArray> levels; ///< kept alive by every control in it
     std::size_t levelIndex = 0;
