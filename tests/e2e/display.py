@@ -138,10 +138,24 @@ class Display:
         """Opens a menu of a window by its key and closes it with Escape."""
         self.activate(title)
         self.key(key)
-        wait_until(self.popups, f"a menu after {key}")
+        with self._menu_open():
+            yield
+
+    @contextmanager
+    def menu_at(self, title, x, y):
+        """The same by a click."""
+        self.activate(title)
+        self.click(title, x, y)
+        with self._menu_open():
+            yield
+
+    @contextmanager
+    def _menu_open(self):
+        wait_until(self.popups, "a menu")
         yield
-        self.key("Escape")
-        wait_until(lambda: not self.popups(), "no menu")
+        while count := self.popups():
+            self.key("Escape")
+            wait_until(lambda: self.popups() < count, "a menu to close")
 
     def place(self, title):
         """Where a window's content stands on the screen, as x and y."""

@@ -52,13 +52,14 @@ class Receiver:
     def __enter__(self):
         self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
         self._socket.bind((self._address, PORT))
-        self._thread = threading.Thread(target=self._listen)
+        self._thread = threading.Thread(target=self._listen, daemon=True)
         self._thread.start()
         return self
 
     def __exit__(self, *_):
         # An empty datagram wakes the thread and ends it.
         with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as waker:
+            waker.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
             waker.sendto(b"", (self._address, PORT))
         self._thread.join()
         self._socket.close()
