@@ -2,6 +2,7 @@
 
 #include "fixtures/ControlView.h"
 #include "window/MainWindow.h"
+#include "window/OrderFront.h"
 #include "window/WindowMenu.h"
 
 #include <QApplication>
@@ -49,10 +50,10 @@ void ConsoleWindows::scanWindows(const QString& mainTitle) {
 }
 
 void ConsoleWindows::bringToFront(const QString& title) {
-    for (QWidget* const window : QList<QWidget*>{&mainWindow_} + fixtureWindows()) {
+    const QList<QWidget*> windows = QList<QWidget*>{&mainWindow_} + fixtureWindows();
+    for (QWidget* const window : windows) {
         if (window->windowTitle() == title) {
-            window->raise();
-            window->activateWindow();
+            orderFront(*window, *windows.last());
         }
     }
 }

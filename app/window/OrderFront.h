@@ -1,0 +1,7 @@
+#pragma once
+
+class QWidget;
+
+/// Brings `window` to the front and gives it the keys. A window asks for the keys once it is on the screen,
+/// so while `newest`, the one shown last, is still on its way there, `window` waits and asks after it.
+void orderFront(QWidget& window, QWidget& newest);
