@@ -66,7 +66,7 @@ class Console:
         self.display = display
         self.home = home
         self._titles = titles
-        self._command = [PROGRAM, *(arguments or ["--resources", home.resources])]
+        self._command = [PROGRAM, *(["--resources", home.resources] if arguments is None else arguments)]
         self._environment = environment(home, DISPLAY=display.name, **changes)
 
     def __enter__(self):

@@ -224,6 +224,19 @@ class Display:
             for station in stations:
                 self.point(title, *station)
 
+    def move(self, title, x, y):
+        """Takes a window by its title bar and puts it where its content is at that place."""
+        self.activate(title)
+        left, top = self.place(title)
+        across, up = 40, 10  # where the title bar is taken
+        self.xdotool("mousemove", left + across, top - up)
+        with self.pressed():
+            # The first step beyond a few pixels only tells the window manager that this is no click.
+            self.xdotool("mousemove", left + across + 20, top - up + 20)
+            self.xdotool("mousemove", x + across, y - up)
+        wait_until(lambda: self.place(title) == (x, y),
+                   lambda: f"'{title}' at {x}, {y}, where {self.place(title)} is its place")
+
     # --- Eyes ------------------------------------------------------------------------------------------
 
     def colour(self, title, x, y):
