@@ -5,7 +5,7 @@ import unittest
 from case import ConsoleTestCase
 from home import write
 from receiver import Receiver
-from stage import DIMMER, MAIN
+from stage import BACK, DIMMER, FRONT, MAIN
 from waiting import wait_until
 
 
@@ -43,10 +43,9 @@ class AddressTest(ConsoleTestCase):
             self.wait_for_stored("127.0.0.2")
         self.receiver.forget()
         self.other.forget()
-        with self.console():
+        with self.console([FRONT, BACK, MAIN]):
             self.assertEqual(self.other.wait_for_count(1)[0].sequence, 2)
             self.assertEqual(self.receiver.datagrams(), [])
-            self.display.activate(MAIN)
             self.assertEqual(self.shown_address(), "127.0.0.2")
 
     def test_the_field_shows_the_four_numbers_that_were_read(self):
