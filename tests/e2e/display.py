@@ -122,15 +122,26 @@ class Display:
 
     def popups(self):
         """How many windows the program shows that are not the window manager's: open menus."""
-        return len(self._shown() - {int(window, 16) for window in self.windows()})
+        return len(self._popups())
+
+    def _popups(self):
+        # The window manager puts a frame around its windows; what it leaves alone stands on the screen itself.
+        return self._shown("--maxdepth", "1")
+
+    def popup_frame(self):
+        """The place and size of the one menu that is open, as x, y, width and height on the screen."""
+        popup, = self._popups()
+        geometry = self.run("xdotool", "getwindowgeometry", "--shell", str(popup)).decode()
+        values = dict(line.split("=") for line in geometry.split())
+        return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
     def shown_titles(self):
         """The titles of the windows that are on the screen."""
         shown = self._shown()
         return sorted(title for window, title in self.windows().items() if int(window, 16) in shown)
 
-    def _shown(self):
-        found = self._search("xdotool", "search", "--onlyvisible", "--class", "^faderhall$")
+    def _shown(self, *restrictions):
+        found = self._search("xdotool", "search", *restrictions, "--onlyvisible", "--class", "^faderhall$")
         return {int(window) for window in found.split()}
 
     @contextmanager
@@ -242,14 +253,22 @@ class Display:
     def colour(self, title, x, y):
         """The colour of one pixel of a window as the screen shows it, as red, green and blue."""
         left, top = self.place(title)
-        return tuple(self.run("import", "-silent", "-window", "root", "-crop", f"1x1+{left + x}+{top + y}",
-                              "-depth", "8", "rgb:-"))
+        return tuple(self.picture(left + x, top + y, 1, 1))
+
+    def picture(self, left, top, width, height):
+        """A part of the screen as bytes, three for each pixel: red, green and blue."""
+        return self.run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}",
+                        "-depth", "8", "rgb:-")
 
     def wait_for_colour(self, place, expected):
         """Waits until a pixel, by its window's title, x and y, has a colour or fulfils a condition."""
         matches = expected if callable(expected) else lambda colour: colour == expected
         wait_until(lambda: matches(self.colour(*place)),
                    lambda: f"a colour at {place}, which is {self.colour(*place)}")
+
+    def clipboard(self):
+        """The text on the pasteboard."""
+        return self.run("xclip", "-selection", "clipboard", "-out").decode()
 
     def screenshot(self, path):
         self.run("import", "-silent", "-window", "root", path)
