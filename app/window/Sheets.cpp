@@ -2,10 +2,12 @@
 
 #include "cues/MenuText.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -56,6 +58,18 @@ QDialog* openSheetOf(const QWidget& window) {
     return open == sheets.end() ? nullptr : *open;
 }
 
+// An answered sheet leaves the keys with the window that had them: a fixture, when its levels are to go into
+// the new cue. First of all, so that what the answer sets off may bring another window forward.
+void returnTheKeys(QDialog& sheet) {
+    const auto activate = [front = QPointer(QApplication::activeWindow())] {
+        if (front) {
+            front->activateWindow();
+        }
+    };
+    QObject::connect(&sheet, &QDialog::accepted, &sheet, activate);
+    QObject::connect(&sheet, &QDialog::rejected, &sheet, activate);
+}
+
 // One question at a time: a second one brings the first to the front.
 QDialog* openSheet(QWidget& window, const SheetText& text, std::unique_ptr<QWidget> field,
                    const std::function<void()>& accepted) {
@@ -65,6 +79,7 @@ QDialog* openSheet(QWidget& window, const SheetText& text, std::unique_ptr<QWidg
         return open;
     }
     QDialog* const sheet = makeSheet(window, text, std::move(field));
+    returnTheKeys(*sheet);
     QObject::connect(sheet, &QDialog::accepted, sheet, accepted);
     sheet->open();
     return sheet;

@@ -82,6 +82,15 @@ class NewCueTest(CueTestCase):
             console.terminate()
         self.assertEqual(self.cues_left(), {"1": cue({"Front.Dimmer": 56})})
 
+    def test_the_answer_gives_the_keys_back_to_the_fixture_that_had_them(self):
+        with self.console() as console:
+            console.select(RED)
+            for number, end, level in [("1", "Return", "11"), ("2", "Escape", "12")]:
+                new_cue(console, number, end)
+                self.display.wait_for_front(FRONT)
+                console.enter(level)
+                self.wait_for_front({8: int(level)})
+
     def test_an_empty_number_changes_nothing(self):
         with self.console_with(CUES) as console:
             self.display.activate(FRONT)
