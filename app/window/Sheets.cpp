@@ -19,6 +19,18 @@
 
 namespace {
 
+/// A whole number. Left empty, or with a sign alone, it is 0 and not the number that stood there before.
+class NumberField : public QSpinBox {
+public:
+    NumberField() {
+        setLocale(QLocale::c()); // numbers are typed the same everywhere
+        setRange(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+        selectAll();
+    }
+
+    void fixup(QString& text) const override { text = "0"; }
+};
+
 void addLine(QVBoxLayout& rows, const QString& text, bool bold) {
     auto* const line = new QLabel(shownName(text));
     line->setTextFormat(Qt::PlainText);
@@ -95,10 +107,7 @@ QDialog* openTextSheet(QWidget& window, const SheetText& text,
 }
 
 QDialog* openNumberSheet(QWidget& window, const SheetText& text, const std::function<void(int)>& accepted) {
-    auto field = std::make_unique<QSpinBox>();
-    field->setLocale(QLocale::c()); // numbers are typed the same everywhere
-    field->setRange(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-    field->selectAll();
+    auto field = std::make_unique<NumberField>();
     const auto answer = [field = field.get(), accepted] { accepted(field->value()); };
     return openSheet(window, text, std::move(field), answer);
 }

@@ -47,6 +47,8 @@ private slots:
     void okHandsTheTextOverAsTyped();
     void okHandsTheNumberOver_data();
     void okHandsTheNumberOver();
+    void aNumberThatIsTakenAwayAgainIsZero_data();
+    void aNumberThatIsTakenAwayAgainIsZero();
     void everyNumberSheetStartsAtZero();
     void aNumberIsReadTheSameInEveryLocale();
     void cancellingHandsNothingOver_data();
@@ -189,6 +191,25 @@ void tst_Sheets::okHandsTheNumberOver() {
     QTest::keyClick(field, Qt::Key_Return);
     QCOMPARE(numbers_, QList<int>{number});
     QVERIFY(!sheet->isVisible());
+}
+
+void tst_Sheets::aNumberThatIsTakenAwayAgainIsZero_data() {
+    QTest::addColumn<QString>("left");
+
+    QTest::newRow("nothing is left") << "";
+    QTest::newRow("a sign is left") << "-";
+}
+
+void tst_Sheets::aNumberThatIsTakenAwayAgainIsZero() {
+    QFETCH(const QString, left);
+
+    auto* const field = openNumber()->findChild<QSpinBox*>();
+    QTest::keyClicks(field, "12");
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, left);
+    QTest::keyClick(field, Qt::Key_Return);
+    QCOMPARE(numbers_, QList<int>{0});
 }
 
 void tst_Sheets::everyNumberSheetStartsAtZero() {
