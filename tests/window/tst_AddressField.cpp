@@ -1,5 +1,7 @@
 #include "window/AddressField.h"
 
+#include <QApplication>
+#include <QFocusEvent>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -13,6 +15,9 @@ private slots:
     void theTextGoesAsTyped();
     void withoutReturnNothingIsHandedOver();
     void whatTheTextBecameMayBeShownWhileItIsHandedOver();
+    void aLevelTypedAfterReturnMakesNoOtherAddress();
+    void aLevelTypedWhenTheWindowComesToTheFrontMakesNoOtherAddress();
+    void aClickPutsTheCursorIntoTheText();
 };
 
 void tst_AddressField::returnHandsTheTextOver_data() {
@@ -75,6 +80,35 @@ void tst_AddressField::whatTheTextBecameMayBeShownWhileItIsHandedOver() {
     QTest::keyClicks(&field, "010.1.1.1");
     QTest::keyClick(&field, Qt::Key_Return);
     QCOMPARE(field.text(), QString("10.1.1.1"));
+}
+
+void tst_AddressField::aLevelTypedAfterReturnMakesNoOtherAddress() {
+    AddressField field;
+    connect(&field, &AddressField::txChange, &field, [&field] { field.setText("127.0.0.1"); });
+    QTest::keyClicks(&field, "127.0.0.1");
+    QTest::keyClick(&field, Qt::Key_Return);
+    QTest::keyClicks(&field, "50");
+    QCOMPARE(field.text(), QString("50"));
+}
+
+void tst_AddressField::aLevelTypedWhenTheWindowComesToTheFrontMakesNoOtherAddress() {
+    AddressField field;
+    field.setText("127.0.0.1");
+    QFocusEvent windowCame(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(&field, &windowCame);
+    QTest::keyClicks(&field, "50");
+    QCOMPARE(field.text(), QString("50"));
+}
+
+void tst_AddressField::aClickPutsTheCursorIntoTheText() {
+    AddressField field;
+    field.setText("127.0.0.1");
+    field.show();
+    field.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&field));
+    QTest::mouseClick(&field, Qt::LeftButton, {}, QPoint(field.width() - 5, field.height() / 2));
+    QTest::keyClicks(&field, "2");
+    QCOMPARE(field.text(), QString("127.0.0.12"));
 }
 
 QTEST_MAIN(tst_AddressField)
