@@ -55,7 +55,8 @@ void AppDelegate::connectWindow() {
     connect(&window.cueMenu(), &CueMenu::newCueChosen, this, &AppDelegate::askForNewCue);
     connect(&cueStepper, &CueStepper::currCueChanged, this,
             [this] { window.cueMenu().showCurrCue(cueStepper.currCue()); });
-    connect(&fixtureTable, &FixtureTable::edited, this, [this] { windows.scanWindows(); });
+    // For as long as the windows: the table's own end may yet take in a number that was being typed.
+    connect(&fixtureTable, &FixtureTable::edited, &windows, [this] { windows.scanWindows(); });
 }
 
 void AppDelegate::applicationDidFinishLaunching() {

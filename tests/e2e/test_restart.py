@@ -49,6 +49,14 @@ class EndTest(ConsoleTestCase):
             console.set(BACK_DIMMER, "8")
             self.wait_for_back({101: 8})
 
+    def test_quits_while_a_cell_of_the_table_is_edited(self):
+        with self.console() as console:
+            self.display.activate(MAIN)
+            self.display.click(MAIN, 205, 86, count=2)  # the first fixture's universe
+            self.display.type("9")
+            self.display.settle()
+            console.quit()
+
     def test_quits_with_a_fade_running_and_a_number_half_typed(self):
         with self.console() as console:
             console.select(PAN)
