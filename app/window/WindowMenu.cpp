@@ -8,6 +8,7 @@ void WindowMenu::setWindows(const QList<QWidget*>& windows) {
     clear();
     for (QWidget* window : windows) {
         QAction* const item = addAction(menuText(window->windowTitle()), window, [window] {
+            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
             window->show();
             window->raise();
             window->activateWindow();

@@ -43,6 +43,7 @@ private slots:
     void titlesAreShownAsTheyAre();
     void keysWorkInEveryWindow();
     void choosingAWindowBringsItToTheFront();
+    void choosingAMinimizedWindowBringsItBack();
     void anItemOfAWindowThatIsGoneDoesNothing();
 
 private:
@@ -144,6 +145,16 @@ void tst_WindowMenu::choosingAWindowBringsItToTheFront() {
     QVERIFY(QTest::qWaitForWindowActive(spot));
     QVERIFY(wash->isVisible());
     menu_->actions().at(0)->trigger();
+    QVERIFY(QTest::qWaitForWindowActive(wash));
+}
+
+void tst_WindowMenu::choosingAMinimizedWindowBringsItBack() {
+    QWidget* const wash = addWindow("Wash");
+    wash->showMinimized();
+    QVERIFY(wash->isMinimized());
+    menu_->setWindows({wash});
+    menu_->actions().at(0)->trigger();
+    QVERIFY(!wash->isMinimized());
     QVERIFY(QTest::qWaitForWindowActive(wash));
 }
 
