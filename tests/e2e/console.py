@@ -16,8 +16,6 @@ MAIN_WINDOW = "Faderhall"
 START_SECONDS = 60
 END_SECONDS = 30
 
-ADDRESS_FIELD = (260, 40)  # a point in it
-
 COLUMN_WIDTH = 150
 ROW_HEIGHT = 19
 
@@ -157,7 +155,6 @@ class Console:
         self.enter(text)
 
     def type_address(self, text):
-        """Replaces the text of the address field; Return is left to the caller."""
+        """Goes to the address field and replaces its text; Return is left to the caller."""
         self.display.activate(MAIN_WINDOW)
-        self.display.click(MAIN_WINDOW, *ADDRESS_FIELD)
-        self.display.key("ctrl+a", "BackSpace", *keys_of(text))
+        self.display.key("alt+t", "ctrl+a", "BackSpace", *keys_of(text))

@@ -224,9 +224,21 @@ class Display:
     def point(self, title, x, y):
         self.xdotool("mousemove", "--window", self.window(title), "--", x, y)
 
-    def click(self, title, x, y, button=1, count=1):
+    def click(self, title, x, y):
+        """Clicks and waits until the program has taken it.
+
+        The window manager holds a click back until it has looked at it; keys would overtake it.
+        """
         self.point(title, x, y)
-        self.xdotool("click", "--repeat", count, "--delay", 20, button)
+        self.settle()
+        before = self._times_of_use()
+        self.xdotool("click", 1)
+        wait_until(lambda: self._times_of_use() != before, f"the program to take a click on '{title}'")
+
+    def turn_wheel(self, title, x, y, notches):
+        """Turns the wheel up by so many notches, or down by a negative number."""
+        self.point(title, x, y)
+        self.xdotool("click", "--repeat", abs(notches), "--delay", 20, 4 if notches > 0 else 5)
 
     def drag(self, title, start, *stations, button=1):
         """Presses the button at one point and releases it at the last of the others."""
@@ -252,8 +264,8 @@ class Display:
 
     def colour(self, title, x, y):
         """The colour of one pixel of a window as the screen shows it, as red, green and blue."""
-        left, top = self.place(title)
-        return tuple(self.picture(left + x, top + y, 1, 1))
+        return tuple(self.run("import", "-silent", "-window", self.window(title), "-crop", f"1x1+{x}+{y}",
+                              "-depth", "8", "rgb:-"))
 
     def picture(self, left, top, width, height):
         """A part of the screen as bytes, three for each pixel: red, green and blue."""

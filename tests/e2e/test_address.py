@@ -8,6 +8,8 @@ from receiver import Receiver
 from stage import BACK, DIMMER, FRONT, MAIN
 from waiting import wait_until
 
+ADDRESS_FIELD = (260, 40)  # a point in it
+
 
 class AddressTest(ConsoleTestCase):
     def setUp(self):
@@ -69,6 +71,13 @@ class AddressTest(ConsoleTestCase):
             self.wait_for_front({1: 4})
             self.assertEqual(self.other.datagrams(), [])
         self.assertEqual(self.home.defaults["tx_address"], "127.0.0.1")
+
+    def test_a_click_goes_into_the_field(self):
+        with self.console():
+            self.display.activate(MAIN)
+            self.display.click(MAIN, *ADDRESS_FIELD)
+            self.display.key("End", "BackSpace", "2", "Return")
+            self.other.wait_for_count(1)
 
     def test_what_is_typed_counts_only_after_return(self):
         with self.console() as console:

@@ -5,8 +5,6 @@ import unittest
 from case import ConsoleTestCase
 from stage import BACK_DIMMER, DIMMER, FRONT, PAN, RED, SPOT_LABEL
 
-WHEEL_UP = 4
-WHEEL_DOWN = 5
 RIGHT_BUTTON = 3
 
 
@@ -97,45 +95,48 @@ class ClickTest(ConsoleTestCase):
 
 
 class WheelTest(ConsoleTestCase):
-    def turn(self, fader, button, notches=1):
+    def turn(self, fader, notches):
         self.display.activate(fader.title)
-        self.display.click(fader.title, *fader.point(), button=button, count=notches)
+        self.display.turn_wheel(fader.title, *fader.point(), notches)
 
     def test_a_notch_is_one_step(self):
         with self.console():
-            self.turn(DIMMER, WHEEL_UP, 3)
+            self.turn(DIMMER, 3)
             self.wait_for_front({1: 3})
-            self.turn(DIMMER, WHEEL_DOWN)
+            self.turn(DIMMER, -1)
             self.wait_for_front({1: 2})
-            self.turn(DIMMER, WHEEL_DOWN, 4)
-            self.turn(DIMMER, WHEEL_UP)
+            self.turn(DIMMER, -4)
+            self.turn(DIMMER, 1)
             self.wait_for_front({1: 1})
 
     def test_with_ctrl_a_notch_is_200_steps_within_the_range(self):
         with self.console():
             with self.display.held("ctrl"):
-                self.turn(DIMMER, WHEEL_UP)
+                self.turn(DIMMER, 1)
                 self.wait_for_front({1: 200})
-                self.turn(DIMMER, WHEEL_UP)
+                self.turn(DIMMER, 1)
                 self.wait_for_front({1: 255})
-                self.turn(PAN, WHEEL_UP, 2)
+                self.turn(PAN, 2)
                 self.wait_for_front({1: 255, 2: 1, 3: 144})
-                self.turn(PAN, WHEEL_DOWN, 3)
+                self.turn(PAN, -3)
                 self.wait_for_front({1: 255})
 
     def test_the_wheel_selects_the_fader_under_the_pointer(self):
         with self.console() as console:
             console.select(RED)
-            self.turn(DIMMER, WHEEL_UP)
+            self.turn(DIMMER, 1)
+            self.wait_for_front({1: 1})
             console.enter("60")
             self.wait_for_front({1: 60})
 
     def test_the_wheel_does_nothing_on_a_caption(self):
         with self.console() as console:
             console.select(RED)
-            self.turn(SPOT_LABEL, WHEEL_UP)
+            self.turn(SPOT_LABEL, 2)
+            self.turn(RED, 1)
             console.enter("61")
             self.wait_for_front({8: 61})
+            self.assertEqual(self.levels_of(1, 1), [0])
 
 
 if __name__ == "__main__":
