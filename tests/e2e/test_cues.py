@@ -42,16 +42,8 @@ class CueTestCase(ConsoleTestCase):
             self.display.key(key)
             self.wait_for_front({1: level})
 
-    def choose(self, row):
-        self.menu.open()
-        self.menu.point_at(row)
-        self.display.xdotool("click", 1)
-        self.menu.wait_until_closed()
-
     def assert_checked(self, *rows):
-        self.menu.open()
-        self.assertEqual([row for row in (CUE_1, CUE_2, CUE_10) if self.menu.is_checked(row)], list(rows))
-        self.menu.close()
+        self.assertEqual(self.menu.checked([CUE_1, CUE_2, CUE_10]), list(rows))
 
     def assert_dimmer_stays(self, level):
         """A change of the front dimmer since it came to `level` would be seen before that of the step."""
@@ -317,7 +309,7 @@ class MenuTest(CueTestCase):
     def test_a_cue_is_chosen_by_mouse_or_return_and_carries_the_check_mark(self):
         self.assert_checked()
         for row, level in [(CUE_2, 102), (CUE_10, 110), (CUE_10, 110)]:
-            self.choose(row)
+            self.menu.choose(row)
             self.wait_for_front({1: level})
             self.assert_checked(row)
         self.menu.open()
