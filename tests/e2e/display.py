@@ -224,15 +224,15 @@ class Display:
     def point(self, title, x, y):
         self.xdotool("mousemove", "--window", self.window(title), "--", x, y)
 
-    def click(self, title, x, y):
-        """Clicks and waits until the program has taken it.
+    def click(self, title, x, y, count=1):
+        """Clicks once or, quickly, more often, and waits until the program has taken it.
 
         The window manager holds a click back until it has looked at it; keys would overtake it.
         """
         self.point(title, x, y)
         self.settle()
         before = self._times_of_use()
-        self.xdotool("click", 1)
+        self.xdotool("click", "--repeat", count, "--delay", 20, 1)
         wait_until(lambda: self._times_of_use() != before, f"the program to take a click on '{title}'")
 
     def turn_wheel(self, title, x, y, notches):

@@ -3,12 +3,11 @@
 import unittest
 
 from case import ConsoleTestCase
+from console import ADDRESS_FIELD
 from home import write
 from receiver import Receiver
 from stage import BACK, DIMMER, FRONT, MAIN
 from waiting import wait_until
-
-ADDRESS_FIELD = (260, 40)  # a point in it
 
 
 class AddressTest(ConsoleTestCase):
