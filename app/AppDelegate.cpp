@@ -39,8 +39,10 @@ AppDelegate::AppDelegate(const QString& resources)
     connect(qApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::sessionEnds);
 }
 
-// Widgets and universes go while the application object still stands.
+// Widgets and universes go while the application object still stands. An open cell goes first and unread: the
+// window would hand its text to what is no longer there.
 AppDelegate::~AppDelegate() {
+    fixtureTable.detach();
     ControlView::reset();
     DMXControl::reset();
     EditView::release();
