@@ -33,8 +33,8 @@ void quit() {
 AppDelegate::AppDelegate(const QString& resources)
     : resources_(resourceFolder(resources)), defaults(UserDefaults::defaultPath()),
       settingsFile(SettingsFile::defaultPath()), places(defaults), savedState(defaults),
-      destination(defaults), cues(settings), cueStepper(cues), fixtureTable(settings), window(places),
-      windows(window), quitSignals(quit) {
+      destination(defaults), fixtureTable(settings), window(places), windows(window),
+      cueCommands(settings, window.cueMenu()), quitSignals(quit) {
     connectWindow();
     connect(qApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::sessionEnds);
 }
@@ -53,10 +53,7 @@ void AppDelegate::connectWindow() {
     connect(&window, &MainWindow::quitChosen, this, quit);
     connect(&window, &MainWindow::configurationChosen, this, &AppDelegate::askForConfiguration);
     connect(&window.addressField(), &AddressField::txChange, this, &AppDelegate::setIPAddress);
-    connect(&window.cueMenu(), &CueMenu::cueAction, this, &AppDelegate::cueAction);
     connect(&window.cueMenu(), &CueMenu::newCueChosen, this, &AppDelegate::askForNewCue);
-    connect(&cueStepper, &CueStepper::currCueChanged, this,
-            [this] { window.cueMenu().showCurrCue(cueStepper.currCue()); });
     // For as long as the windows: the table's own end may yet take in a number that was being typed.
     connect(&fixtureTable, &FixtureTable::edited, &windows, [this] { windows.scanWindows(); });
 }
@@ -74,7 +71,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     window.tableview().setModel(&fixtureTable);
     ticker.start([this] { timerProc(); });
     beginActivity();
-    setupCueMenu();
+    cueCommands.setupCueMenu();
     savedState.restoreControlSelections();
 }
 
@@ -127,45 +124,10 @@ void AppDelegate::setIPAddress(const QString& dotted) {
     window.addressField().setText(destination.text());
 }
 
-void AppDelegate::setupCueMenu() {
-    window.cueMenu().setupCueMenu(cues.sortedCueList(), cueStepper.currCue());
-}
-
-void AppDelegate::cueAction(CueMenu::Tag tag, const QString& title) {
-    switch (tag) {
-    case CueMenu::NextCue:
-        return cueStepper.next();
-    case CueMenu::PrevCue:
-        return cueStepper.previous();
-    case CueMenu::StoreCue:
-        return cueStepper.storeCue();
-    case CueMenu::Clear:
-        return cueStepper.clear();
-    case CueMenu::ClearTiming:
-        return cueStepper.clearTiming();
-    case CueMenu::DeleteCue:
-        if (cueStepper.deleteCue()) {
-            setupCueMenu();
-        }
-        return;
-    case CueMenu::ChooseCue:
-        return cueStepper.choose(title);
-    }
-}
-
 void AppDelegate::askForNewCue() {
     openTextSheet(window,
                   {.message = "Enter new cue number", .informativeText = {}, .fieldLabel = "Cue number"},
-                  [this](const QString& number) { createCue(number); });
-}
-
-void AppDelegate::createCue(const QString& number) {
-    if (number.isEmpty()) {
-        return;
-    }
-    cues.create(number);
-    cueStepper.setCurrCue(number);
-    setupCueMenu();
+                  [this](const QString& number) { cueCommands.createCue(number); });
 }
 
 void AppDelegate::askForConfiguration(const QString& name) {

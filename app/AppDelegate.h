@@ -2,9 +2,7 @@
 
 #include "QuitSignals.h"
 #include "Ticker.h"
-#include "cues/CueMenu.h"
-#include "cues/CueStepper.h"
-#include "cues/CueStore.h"
+#include "cues/CueCommands.h"
 #include "fixtures/Profiles.h"
 #include "settings/Configurations.h"
 #include "settings/Destination.h"
@@ -48,10 +46,7 @@ private:
 
     void setIPAddress(const QString& dotted);
 
-    void setupCueMenu();
-    void cueAction(CueMenu::Tag tag, const QString& title);
     void askForNewCue();
-    void createCue(const QString& number);
     void askForConfiguration(const QString& name);
     void loadConfiguration(const QString& name, int universeOffset);
     void setConfigName(const QString& name);
@@ -68,11 +63,10 @@ private:
     QString configName;
     QString stateKey;
     int skt = -1;
-    CueStore cues;
-    CueStepper cueStepper;
     FixtureTable fixtureTable;
     MainWindow window;
     ConsoleWindows windows;
+    CueCommands cueCommands;
     Ticker ticker;
     QuitSignals quitSignals;
     bool terminated = false;
