@@ -12,6 +12,7 @@
 #include "window/Sheets.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QTableView>
 
 #include <utility>
@@ -37,6 +38,7 @@ AppDelegate::AppDelegate(const QString& resources)
       cueCommands(settings, window.cueMenu()), quitSignals(quit) {
     connectWindow();
     connect(qApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::sessionEnds);
+    qApp->installEventFilter(this);
 }
 
 // Widgets and universes go while the application object still stands. An open cell goes first and unread: the
@@ -154,6 +156,15 @@ void AppDelegate::reloadSettings() {
     windows.scanWindows(stringValue(defaults.objectForKey(mainWindowTitleKey)));
     savedState.restoreState(stateKey);
     fixtureTable.attach();
+}
+
+// A desktop that asks the program to quit gets what the Quit command does, see quit().
+bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Quit) {
+        return QObject::eventFilter(watched, event);
+    }
+    quit();
+    return true;
 }
 
 // What comes after is not waited for: the session may end us before the event loop has.

@@ -36,6 +36,8 @@ public:
     /// The quit sequence; carried out once, however often it is asked for.
     void applicationWillTerminate();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void loadTables();
     void loadSettings();
