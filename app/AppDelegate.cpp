@@ -69,7 +69,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     createControlViews();
     windows.scanWindows(stringValue(defaults.objectForKey(mainWindowTitleKey)));
     savedState.restoreState(stateKey);
-    setIPAddress(stringValue(defaults.objectForKey("tx_address")));
+    setIPAddress(destination.text());
     window.tableview().setModel(&fixtureTable);
     ticker.start([this] { timerProc(); });
     beginActivity();
