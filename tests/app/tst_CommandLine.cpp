@@ -22,6 +22,7 @@ Answer answerTo(const QStringList& arguments) {
         texts.push_back(argument.toUtf8());
     }
     std::vector<char*> argv;
+    argv.reserve(texts.size() + 1);
     for (QByteArray& text : texts) {
         argv.push_back(text.data());
     }
