@@ -180,7 +180,10 @@ class Display:
         before = self._times_of_use()
         self.key("Shift_L")
         wait_until(lambda: self._times_of_use() != before, "the program to take a key")
-        # The window manager answers one request after the other.
+        self._wait_for_window_manager()
+
+    def _wait_for_window_manager(self):
+        # It answers one request after the other.
         desktops = self._desktops()
         self.xdotool("set_num_desktops", desktops + 1)
         wait_until(lambda: self._desktops() == desktops + 1, "the window manager to answer")
@@ -224,16 +227,24 @@ class Display:
     def point(self, title, x, y):
         self.xdotool("mousemove", "--window", self.window(title), "--", x, y)
 
-    def click(self, title, x, y, count=1):
-        """Clicks once or, quickly, more often, and waits until the program has taken it.
+    def click(self, title, x, y):
+        """Clicks and waits until the program has taken it.
 
         The window manager holds a click back until it has looked at it; keys would overtake it.
         """
         self.point(title, x, y)
         self.settle()
         before = self._times_of_use()
-        self.xdotool("click", "--repeat", count, "--delay", 20, 1)
+        self.xdotool("click", 1)
         wait_until(lambda: self._times_of_use() != before, f"the program to take a click on '{title}'")
+
+    def double_click(self, title, x, y):
+        self.point(title, x, y)
+        self.settle()
+        self.xdotool("click", "--repeat", 2, "--delay", 20, 1)
+        # The second click reaches the window manager when it has let go of the first.
+        for _ in range(2):
+            self._wait_for_window_manager()
 
     def turn_wheel(self, title, x, y, notches):
         """Turns the wheel up by so many notches, or down by a negative number."""

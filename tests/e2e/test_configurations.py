@@ -202,11 +202,11 @@ class InTheMiddleTest(ConfigurationTestCase):
     def test_of_editing_a_cell(self):
         with self.console() as console:
             self.display.activate(MAIN)
-            self.display.click(MAIN, *ADDRESS_CELL, count=2)
+            self.display.double_click(MAIN, *ADDRESS_CELL)
             self.display.type("9")
             self.load(console, "Tour", TRUSS)
             self.display.activate(MAIN)
-            self.display.click(MAIN, *ADDRESS_CELL, count=2)
+            self.display.double_click(MAIN, *ADDRESS_CELL)
             self.display.type("3")
             self.display.key("Return")
             console.wait_for_windows(["Truss Univ: 5 Addr: 3", MAIN])

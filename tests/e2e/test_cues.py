@@ -435,7 +435,7 @@ class TextFieldTest(CueTestCase):
 
     def test_in_a_cell_of_the_table(self):
         self.display.activate(MAIN)
-        self.display.click(MAIN, *ADDRESS_CELL, count=2)
+        self.display.double_click(MAIN, *ADDRESS_CELL)
         self.display.key("ctrl+a", "ctrl+x", "2", "ctrl+v", "Return")
         self.running.wait_for_windows([FRONT.replace("Addr: 1", "Addr: 21"), BACK, MAIN])
         self.assertEqual(self.levels_of(1, 1), [0, 101])

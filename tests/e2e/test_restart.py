@@ -52,7 +52,7 @@ class EndTest(ConsoleTestCase):
     def test_quits_while_a_cell_of_the_table_is_edited(self):
         with self.console() as console:
             self.display.activate(MAIN)
-            self.display.click(MAIN, 205, 86, count=2)  # the first fixture's universe
+            self.display.double_click(MAIN, 205, 86)  # the first fixture's universe
             self.display.type("9")
             self.display.settle()
             console.quit()

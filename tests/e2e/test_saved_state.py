@@ -161,7 +161,7 @@ class EndTest(SavedStateTestCase):
             console.set(DIMMER, "7")
             self.wait_for_front({1: 7})
             self.display.activate(MAIN)
-            self.display.click(MAIN, 340, 86, count=2)
+            self.display.double_click(MAIN, 340, 86)
             self.display.type("9")
             self.display.settle()
             self.assert_saves_the_dimmer(console, 7, signal.SIGHUP)

@@ -23,7 +23,7 @@ class TableTestCase(ConsoleTestCase):
         """Opens a cell's field with a double click."""
         x, y = cell
         self.display.activate(MAIN)
-        self.display.click(MAIN, x, y + ROW_HEIGHT * row, count=2)
+        self.display.double_click(MAIN, x, y + ROW_HEIGHT * row)
 
     def enter(self, cell, text, row=0, end="Return"):
         """Types a text over what stands in a cell."""
