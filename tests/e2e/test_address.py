@@ -47,6 +47,7 @@ class AddressTest(ConsoleTestCase):
         with self.console([FRONT, BACK, MAIN]):
             self.assertEqual(self.other.wait_for_count(1)[0].sequence, 2)
             self.assertEqual(self.receiver.datagrams(), [])
+            self.display.key("alt+t")
             self.assertEqual(self.shown_address(), "127.0.0.2")
 
     def test_the_field_shows_the_four_numbers_that_were_read(self):

@@ -440,6 +440,12 @@ class TextFieldTest(CueTestCase):
         self.running.wait_for_windows([FRONT.replace("Addr: 1", "Addr: 21"), BACK, MAIN])
         self.assertEqual(self.levels_of(1, 1), [0, 101])
 
+    def test_has_the_keys_only_once_it_is_gone_to(self):
+        self.display.activate(MAIN)
+        self.press("ctrl+a", 102, 110)
+        self.display.key("ctrl+x")
+        self.wait_for_front({})
+
     def test_other_keys_of_the_cues_work_there(self):
         self.display.activate(MAIN)
         self.display.click(MAIN, *ADDRESS_FIELD)
