@@ -19,6 +19,8 @@
 
 namespace {
 
+constexpr int leastWidth = 340;
+
 /// A whole number. Left empty, or with a sign alone, it is 0 and not the number that stood there before.
 class NumberField : public QSpinBox {
 public:
@@ -46,6 +48,7 @@ QDialog* makeSheet(QWidget& window, const SheetText& text, std::unique_ptr<QWidg
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     sheet->setWindowModality(Qt::WindowModal);
     sheet->setWindowTitle(text.message);
+    sheet->setMinimumWidth(leastWidth); // the title bar has room for the whole message
     auto* const rows = new QVBoxLayout(sheet);
     addLine(*rows, text.message, true);
     if (!text.informativeText.isEmpty()) {
