@@ -10,8 +10,8 @@ from home import write
 from stage import BACK, BACK_DIMMER, DIMMER, FRONT, GREEN, MAIN, PAN, RED, SHUTTER
 
 # Places in the sheet, and of the first fixture's address in the table.
-OK_BUTTON = (89, 71)
-CANCEL_BUTTON = (175, 71)
+OK_BUTTON = (209, 71)
+CANCEL_BUTTON = (295, 71)
 ADDRESS_CELL = (340, 86)
 
 # By their order: 1, 2 and 10; each has a level of its own.
