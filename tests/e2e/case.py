@@ -20,7 +20,10 @@ class ConsoleTestCase(unittest.TestCase):
 
     def setUp(self):
         self.home = self.enterContext(Home(stage.PROFILES, stage.CONFIGURATIONS))
-        self.receiver = self.enterContext(Receiver())
+        self.receiver = self.enterContext(self.make_receiver())
+
+    def make_receiver(self):
+        return Receiver()
 
     def console(self, titles=tuple(stage.WINDOWS), **options):
         """A console for a with statement."""

@@ -42,7 +42,28 @@ class Datagram(NamedTuple):
         return self.packet[SLOTS_AT:]
 
 
-class Receiver:
+class LevelReader:
+    """Whoever can tell the levels of a universe."""
+
+    def slots(self, universe):
+        """The 512 levels of a universe as they came last; nothing when none came."""
+        raise NotImplementedError
+
+    def wait_for_levels(self, universe, slots, seconds=DEADLINE):
+        """Waits until a universe's last datagram holds exactly these levels, the others being 0."""
+        expected = levels(slots)
+        wait_until(
+            lambda: self.slots(universe) == expected,
+            lambda: f"universe {universe} at {slots}, it is {self._shown(universe)}",
+            seconds,
+        )
+
+    def _shown(self, universe):
+        slots = self.slots(universe)
+        return slots and {slot + 1: level for slot, level in enumerate(slots) if level}
+
+
+class Receiver(LevelReader):
     """Keeps every datagram that comes to an address of the loopback while it is open."""
 
     def __init__(self, address="127.0.0.1"):
@@ -76,7 +97,6 @@ class Receiver:
         self._datagrams.clear()
 
     def slots(self, universe):
-        """The 512 levels of a universe as they came last; nothing when none came."""
         known = self.datagrams(universe)
         return known[-1].slots if known else None
 
@@ -100,19 +120,6 @@ class Receiver:
             seconds,
         )
         return self.datagrams(universe)[:count]
-
-    def wait_for_levels(self, universe, slots, seconds=DEADLINE):
-        """Waits until a universe's last datagram holds exactly these levels, the others being 0."""
-        expected = levels(slots)
-        wait_until(
-            lambda: self.slots(universe) == expected,
-            lambda: f"universe {universe} at {slots}, it is {self._shown(universe)}",
-            seconds,
-        )
-
-    def _shown(self, universe):
-        slots = self.slots(universe)
-        return slots and {slot + 1: level for slot, level in enumerate(slots) if level}
 
     def is_silent_for(self, seconds):
         """Whether nothing comes for a stretch of time, which begins now."""
