@@ -24,7 +24,8 @@ void sendToFocus(const char* operation) {
 
 MainWindow::MainWindow(WindowPlaces& places) : ui(std::make_unique<Ui::MainWindow>()), places_(places) {
     ui->setupUi(this);
-    // A text field keeps its editing keys, those of Next Cue and Clear among them, but only once it is gone to.
+    // A text field keeps its editing keys, those of Next Cue and Clear among them, but only once it is gone
+    // to.
     ui->content->setFocus();
     connect(ui->quitAction, &QAction::triggered, this, &MainWindow::quitChosen);
     connect(ui->copyAction, &QAction::triggered, this, [] { sendToFocus("copy"); });
