@@ -170,9 +170,15 @@ class Display:
 
     def place(self, title):
         """Where a window's content stands on the screen, as x and y."""
+        return self._geometry(title, "Absolute upper-left X", "Absolute upper-left Y")
+
+    def width(self, title):
+        width, = self._geometry(title, "Width")
+        return width
+
+    def _geometry(self, title, *names):
         geometry = self.run("xwininfo", "-id", self.window(title)).decode()
-        return tuple(int(re.search(rf"Absolute upper-left {axis}:\s+(-?\d+)", geometry)[1])
-                     for axis in "XY")
+        return tuple(int(re.search(rf"{name}:\s+(-?\d+)", geometry)[1]) for name in names)
 
     def settle(self):
         """Waits until the program and the window manager have dealt with all that happened so far."""

@@ -9,9 +9,9 @@ from cues import PLACEHOLDER, SHEET, CueMenu, cue, new_cue, sorted_records, wait
 from home import write
 from stage import BACK, BACK_DIMMER, DIMMER, FRONT, GREEN, MAIN, PAN, RED, SHUTTER
 
-# Places in the sheet, and of the first fixture's address in the table.
-OK_BUTTON = (209, 71)
-CANCEL_BUTTON = (295, 71)
+# Places of the sheet's buttons, from its right and its top, and of the first fixture's address in the table.
+OK_BUTTON = (137, 71)
+CANCEL_BUTTON = (51, 71)
 ADDRESS_CELL = (340, 86)
 
 # By their order: 1, 2 and 10; each has a level of its own.
@@ -107,7 +107,8 @@ class NewCueTest(CueTestCase):
         self.display.key("ctrl+n")
         self.display.wait_for_front(SHEET)
         self.display.type(number)
-        self.display.click(SHEET, *button)
+        from_right, y = button
+        self.display.click(SHEET, self.display.width(SHEET) - from_right, y)
         wait_until_answered(self.display)
 
     def test_the_number_of_a_stored_cue_empties_it_and_an_empty_cue_changes_no_level(self):
