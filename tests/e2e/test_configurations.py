@@ -5,7 +5,7 @@ import unittest
 import stage
 from case import ConsoleTestCase
 from console import Fader
-from cues import PLACEHOLDER, cue, new_cue
+from cues import PLACEHOLDER, CueMenu, cue, new_cue
 from display import keys_of
 from home import write
 from menu import Menu
@@ -231,6 +231,22 @@ class CuesTest(ConfigurationTestCase):
             new_cue(console, "8")
             console.terminate()
         self.assertEqual(self.home.settings, {**tour, "cues": {**tour["cues"], "8": PLACEHOLDER}})
+
+    def test_the_menu_lists_those_before_until_it_is_made_anew(self):
+        tour = {**TOUR, "cues": {"7": cue({"Truss.Dimmer": 77})}}
+        write(self.home.resources / "configurations.plist", {**CONFIGURATIONS, "Tour": tour})
+        menu = CueMenu(self.display)
+        with self.console() as console:
+            new_cue(console, "1")
+            self.load(console, "Tour", TRUSS)
+            menu.choose(1)
+            self.assertEqual(menu.checked([1]), [1])
+            menu.command("Delete Cue")
+            self.wait_for_truss({})
+            menu.choose(1)
+            self.wait_for_truss({1: 77})
+            console.terminate()
+        self.assertEqual(self.home.settings, tour)
 
     def test_without_a_cue_table_storing_goes_nowhere(self):
         with self.console() as console:
