@@ -58,6 +58,7 @@ QAction* CueMenu::addItem(const QString& title, const QKeySequence& keys,
                           const std::function<void()>& chosen) {
     auto* const item = new QAction(menuText(title), this);
     item->setData(title);
+    item->setAutoRepeat(false); // a key that is held down steps once, not through the whole show
     if (!keys.isEmpty()) {
         item->setShortcut(keys);
         item->setShortcutContext(Qt::ApplicationShortcut);
