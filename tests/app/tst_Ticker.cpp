@@ -112,15 +112,13 @@ void tst_Ticker::nextTickIsOnTheGridAfterNow() {
 
 void tst_Ticker::ticksStayOnTheGrid_data() {
     QTest::addColumn<bool>("descriptorsLeft");
-    QTest::addColumn<quint64>("worstLateness");
 
-    QTest::newRow("by a descriptor") << true << quint64(500'000);
-    QTest::newRow("by a timer of the toolkit") << false << quint64(2'000'000);
+    QTest::newRow("by a descriptor") << true;
+    QTest::newRow("by a timer of the toolkit") << false;
 }
 
 void tst_Ticker::ticksStayOnTheGrid() {
     QFETCH(const bool, descriptorsLeft);
-    QFETCH(const quint64, worstLateness);
 
     std::optional<NoMoreDescriptors> limit;
     if (!descriptorsLeft) {
@@ -133,10 +131,10 @@ void tst_Ticker::ticksStayOnTheGrid() {
     const auto periods = recorder.elapsed() / Period;
     QVERIFY(periods >= 60);
     QVERIFY(oneTickPerPeriod(recorder.ticks()));
-    QVERIFY2(recorder.ticks().size() > periods * 3 / 4, "ticks are missing");
+    QVERIFY2(recorder.ticks().size() > periods / 2, "ticks are missing");
     QVERIFY(recorder.ticks().size() <= periods);
     const auto lateness = leastLatenessAtTheEnd(recorder.ticks());
-    QVERIFY2(lateness <= worstLateness, (QByteArray::number(quint64{lateness}) + " ns late").constData());
+    QVERIFY2(lateness <= 5 * Millisecond, (QByteArray::number(quint64{lateness}) + " ns late").constData());
 }
 
 void tst_Ticker::timeWithoutTheEventLoopGivesOneTickAndNoBurst() {
