@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 #include "CommandLine.h"
+#include "HomeFolder.h"
 
 #include <QApplication>
 
@@ -12,6 +13,7 @@ int main(int argc, char** argv) {
     if (commandLine.exitStatus) {
         return *commandLine.exitStatus;
     }
+    ensureHome();
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // the application object sets the user's, and stored numbers have none
     QApplication::setQuitOnLastWindowClosed(false);
