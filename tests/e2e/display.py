@@ -82,8 +82,10 @@ class Display:
 
     def windows(self):
         """The titles of all windows by their identifiers."""
-        identifiers = re.findall(r"0x[0-9a-f]+", self._root_property("_NET_CLIENT_LIST"))
-        return {identifier: self._title(identifier) for identifier in identifiers}
+        return {window: self._title(window) for window in self._identifiers()}
+
+    def _identifiers(self):
+        return re.findall(r"0x[0-9a-f]+", self._root_property("_NET_CLIENT_LIST"))
 
     def _title(self, window):
         quoted = re.search(r'"(.*)"', self._window_property(window, "_NET_WM_NAME"))
@@ -195,7 +197,7 @@ class Display:
         wait_until(lambda: self._desktops() == desktops + 1, "the window manager to answer")
 
     def _times_of_use(self):
-        return {window: self._window_property(window, "_NET_WM_USER_TIME") for window in self.windows()}
+        return {window: self._window_property(window, "_NET_WM_USER_TIME") for window in self._identifiers()}
 
     def _desktops(self):
         return int(self._root_property("_NET_NUMBER_OF_DESKTOPS").split()[-1])
