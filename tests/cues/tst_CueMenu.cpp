@@ -53,6 +53,7 @@ private slots:
     void theCommandsStandInTheirOrder();
     void eachCommandHasItsKeysTagAndToolTip_data();
     void eachCommandHasItsKeysTagAndToolTip();
+    void aKeyThatIsHeldDownCountsOnce();
     void newCueAsksForANumber();
     void cuesAreListedBelowInTheGivenOrder();
     void aCueHasNoKeysAndTellsHowToSelectIt();
@@ -135,6 +136,14 @@ void tst_CueMenu::eachCommandHasItsKeysTagAndToolTip() {
     QCOMPARE(chosen.at(0).at(1).toString(), title);
     QCOMPARE(newCue.size(), 0);
     QVERIFY(!item->isChecked());
+}
+
+void tst_CueMenu::aKeyThatIsHeldDownCountsOnce() {
+    CueMenu menu;
+    menu.setupCueMenu({"1"}, {});
+    for (const QAction* item : menu.actions()) {
+        QVERIFY(item->isSeparator() || !item->autoRepeat());
+    }
 }
 
 void tst_CueMenu::newCueAsksForANumber() {

@@ -211,15 +211,6 @@ class StepTest(CueTestCase):
             self.display.activate(BACK)
             self.press("ctrl+r", 110, 102, 101, 110)
 
-    def test_a_key_that_is_held_down_steps_once(self):
-        with self.console_with(CUES):
-            self.display.activate(FRONT)
-            with self.display.held("ctrl"), self.display.held("a"):
-                self.wait_for_front({1: 101})
-                self.receiver.forget()
-                self.receiver.wait_for_count(2, universe=1)  # longer than a keyboard takes to repeat
-            self.assert_dimmer_stays(101)
-
     def test_without_cues_nothing_happens(self):
         with self.console() as console:
             console.set(DIMMER, "50")
