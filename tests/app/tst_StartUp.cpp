@@ -338,11 +338,11 @@ void tst_StartUp::theSelectionsAreRestored() {
 }
 
 void tst_StartUp::theStoredAddressIsApplied() {
-    home_->writeUserDefaults({{"tx_address", " 010.1.2.3x"}});
+    home_->writeUserDefaults({{"tx_address", " 0127.1.2.3x"}});
     TestConsole& console = start();
-    QCOMPARE(console.window().addressField().text(), QString("10.1.2.3"));
+    QCOMPARE(console.window().addressField().text(), QString("127.1.2.3"));
     console.quit();
-    QCOMPARE(home_->userDefaults().value("tx_address"), QVariant("10.1.2.3"));
+    QCOMPARE(home_->userDefaults().value("tx_address"), QVariant("127.1.2.3"));
 }
 
 void tst_StartUp::aStoredAddressThatIsNoneIsRefused() {
