@@ -58,10 +58,10 @@ class LoadTest(ConfigurationTestCase):
             self.display.wait_for_front(MAIN)
             self.display.key("ctrl+1")
             self.display.wait_for_front(TRUSS)
+            self.receiver.forget()
             self.receiver.wait_for_count(3, universe=5)
-            self.receiver.forget()  # the universes that were left may have had one more until here
-            self.receiver.wait_for_count(2, universe=5)
-            self.assertEqual({datagram.universe for datagram in self.receiver.datagrams()}, {5})
+            for universe in [1, 2]:
+                self.assertLessEqual(len(self.receiver.datagrams(universe)), 1)  # that was due when it was left
             console.terminate()
         self.assertEqual(self.home.settings, TOUR)
         self.assertEqual(self.home.defaults["configName"], "Tour")
