@@ -33,7 +33,7 @@ struct Fade {
 
 private:
     bool ranPastTarget() const {
-        return (slewRate > 0 && currValue >= targetValue) || (slewRate < 0 && targetValue > currValue);
+        return (slewRate > 0 && currValue > targetValue) || (slewRate < 0 && targetValue > currValue);
     }
 
     // A fade stays between two levels; without a number to go by it has none, and its cast would be
