@@ -16,7 +16,7 @@ namespace {
 
 #ifdef __linux__
 
-constexpr std::uint64_t NanosecondsPerSecond = 1'000'000'000;
+constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 
 int openDescriptor() {
     return timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC);
@@ -28,8 +28,8 @@ void closeDescriptor(int descriptor) {
 
 void setDescriptor(int descriptor, std::uint64_t due) {
     itimerspec once{};
-    once.it_value.tv_sec = static_cast<time_t>(due / NanosecondsPerSecond);
-    once.it_value.tv_nsec = static_cast<long>(due % NanosecondsPerSecond);
+    once.it_value.tv_sec = static_cast<time_t>(due / nanosecondsPerSecond);
+    once.it_value.tv_nsec = static_cast<long>(due % nanosecondsPerSecond);
     timerfd_settime(descriptor, TFD_TIMER_ABSTIME, &once, nullptr);
 }
 

@@ -19,10 +19,10 @@
 
 namespace {
 
-const char* const configNameKey = "configName";
-const char* const mainWindowTitleKey = "mainWindowTitle";
-const char* const unknownConfig = "unknown_config";
-const char* const stateKeyPrefix = "saved_state: ";
+constexpr QLatin1StringView configNameKey("configName");
+constexpr QLatin1StringView mainWindowTitleKey("mainWindowTitle");
+constexpr QLatin1StringView unknownConfig("unknown_config");
+constexpr QLatin1StringView stateKeyPrefix("saved_state: ");
 
 // QApplication::quit() would ask every window to close first, and fixture windows refuse.
 void quit() {
@@ -32,10 +32,10 @@ void quit() {
 } // namespace
 
 AppDelegate::AppDelegate(const QString& resources)
-    : resources_(resourceFolder(resources)), defaults(UserDefaults::defaultPath()),
-      settingsFile(SettingsFile::defaultPath()), places(defaults), savedState(defaults),
-      destination(defaults), fixtureTable(settings), window(places), windows(window),
-      cueCommands(settings, window.cueMenu()), quitSignals(quit) {
+    : resources_(resourceFolder(resources)), defaults_(UserDefaults::defaultPath()),
+      settingsFile_(SettingsFile::defaultPath()), places_(defaults_), savedState_(defaults_),
+      destination_(defaults_), fixtureTable_(settings), _window(places_), windows_(_window),
+      cueCommands_(settings, _window.cueMenu()), quitSignals_(quit) {
     connectWindow();
     connect(qApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::sessionEnds);
     qApp->installEventFilter(this);
@@ -44,7 +44,7 @@ AppDelegate::AppDelegate(const QString& resources)
 // Widgets and universes go while the application object still stands. An open cell goes first and unread: the
 // window would hand its text to what is no longer there.
 AppDelegate::~AppDelegate() {
-    fixtureTable.detach();
+    fixtureTable_.detach();
     ControlView::reset();
     DMXControl::reset();
     EditView::release();
@@ -52,12 +52,12 @@ AppDelegate::~AppDelegate() {
 }
 
 void AppDelegate::connectWindow() {
-    connect(&window, &MainWindow::quitChosen, this, quit);
-    connect(&window, &MainWindow::configurationChosen, this, &AppDelegate::askForConfiguration);
-    connect(&window.addressField(), &AddressField::txChange, this, &AppDelegate::setIPAddress);
-    connect(&window.cueMenu(), &CueMenu::newCueChosen, this, &AppDelegate::askForNewCue);
+    connect(&_window, &MainWindow::quitChosen, this, quit);
+    connect(&_window, &MainWindow::configurationChosen, this, &AppDelegate::askForConfiguration);
+    connect(&_window.addressField(), &AddressField::txChange, this, &AppDelegate::setIPAddress);
+    connect(&_window.cueMenu(), &CueMenu::newCueChosen, this, &AppDelegate::askForNewCue);
     // For as long as the windows: the table's own end may yet take in a number that was being typed.
-    connect(&fixtureTable, &FixtureTable::edited, &windows, [this] { windows.scanWindows(); });
+    connect(&fixtureTable_, &FixtureTable::edited, &windows_, [this] { windows_.scanWindows(); });
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -65,46 +65,46 @@ void AppDelegate::applicationDidFinishLaunching() {
     loadSettings();
     profiles.addUserProfiles(settings.userProfiles());
     skt = createSocket(0);
-    window.open();
+    _window.open();
     createControlViews();
-    windows.scanWindows(stringValue(defaults.objectForKey(mainWindowTitleKey)));
-    savedState.restoreState(stateKey);
-    setIPAddress(destination.text());
-    window.tableview().setModel(&fixtureTable);
-    ticker.start([this] { timerProc(); });
+    windows_.scanWindows(stringValue(defaults_.objectForKey(mainWindowTitleKey)));
+    savedState_.restoreState(stateKey);
+    setIPAddress(destination_.text());
+    _window.tableview().setModel(&fixtureTable_);
+    ticker_.start([this] { timerProc(); });
     beginActivity();
-    cueCommands.setupCueMenu();
-    savedState.restoreControlSelections();
+    cueCommands_.setupCueMenu();
+    savedState_.restoreControlSelections();
 }
 
 void AppDelegate::loadTables() {
     profiles.setTable(readResource(resources_, "profiles"));
     configs = Configurations(readResource(resources_, "configurations"));
     for (const QString& name : configs.names()) {
-        window.addConfiguration(name);
+        _window.addConfiguration(name);
     }
 }
 
 // Without a settings file the default configuration is taken, whatever name the user defaults hold.
 void AppDelegate::loadSettings() {
-    settings = Settings(settingsFile.read());
-    QString name = stringValue(defaults.objectForKey(configNameKey));
+    settings = Settings(settingsFile_.read());
+    QString name = stringValue(defaults_.objectForKey(configNameKey));
     if (!settings.dictionary()) {
         name = configs.defaultName();
         settings = Settings(configs.configuration(name));
     }
-    setConfigName(name.isNull() ? unknownConfig : name);
+    setConfigName(name.isNull() ? QString(unknownConfig) : name);
 }
 
 void AppDelegate::setConfigName(const QString& name) {
     configName = name;
     stateKey = stateKeyPrefix + name;
-    window.checkConfiguration(name);
+    _window.checkConfiguration(name);
 }
 
 void AppDelegate::createControlViews() {
     for (const QVariant& placement : settings.views()) {
-        ControlView::controlViewWithSettings(mapValue(placement), profiles, places);
+        ControlView::controlViewWithSettings(mapValue(placement), profiles, places_);
     }
 }
 
@@ -116,25 +116,25 @@ void AppDelegate::timerProc() {
     }
     if (const auto* universes = DMX_Universe::universes()) {
         for (const auto& [key, universe] : *universes) {
-            universe->sendWithSocket(skt, destination.tx_address());
+            universe->sendWithSocket(skt, destination_.tx_address());
         }
     }
 }
 
 void AppDelegate::setIPAddress(const QString& dotted) {
-    destination.setIPAddress(dotted);
-    window.addressField().setText(destination.text());
+    destination_.setIPAddress(dotted);
+    _window.addressField().setText(destination_.text());
 }
 
 void AppDelegate::askForNewCue() {
-    openTextSheet(window,
+    openTextSheet(_window,
                   {.message = "Enter new cue number", .informativeText = {}, .fieldLabel = "Cue number"},
-                  [this](const QString& number) { cueCommands.createCue(number); });
+                  [this](const QString& number) { cueCommands_.createCue(number); });
 }
 
 void AppDelegate::askForConfiguration(const QString& name) {
     openNumberSheet(
-        window, {.message = "Load Configuration", .informativeText = name, .fieldLabel = "Universe offset"},
+        _window, {.message = "Load Configuration", .informativeText = name, .fieldLabel = "Universe offset"},
         [this, name](int universeOffset) { loadConfiguration(name, universeOffset); });
 }
 
@@ -149,13 +149,13 @@ void AppDelegate::loadConfiguration(const QString& name, int universeOffset) {
 }
 
 void AppDelegate::reloadSettings() {
-    fixtureTable.detach();
+    fixtureTable_.detach();
     ControlView::reset();
     DMXControl::reset();
     createControlViews();
-    windows.scanWindows(stringValue(defaults.objectForKey(mainWindowTitleKey)));
-    savedState.restoreState(stateKey);
-    fixtureTable.attach();
+    windows_.scanWindows(stringValue(defaults_.objectForKey(mainWindowTitleKey)));
+    savedState_.restoreState(stateKey);
+    fixtureTable_.attach();
 }
 
 // A desktop that asks the program to quit gets what the Quit command does, see quit().
@@ -174,17 +174,17 @@ void AppDelegate::sessionEnds() {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    if (std::exchange(terminated, true)) {
+    if (std::exchange(terminated_, true)) {
         return;
     }
-    savedState.saveState(stateKey);
+    savedState_.saveState(stateKey);
     if (settings.dictionary()) {
-        settingsFile.write(*settings.dictionary());
+        settingsFile_.write(*settings.dictionary());
     }
-    defaults.setObject(configName, configNameKey);
-    if (const QString title = windows.frontTitle(); !title.isNull()) {
-        defaults.setObject(title, mainWindowTitleKey);
+    defaults_.setObject(configName, configNameKey);
+    if (const QString title = windows_.frontTitle(); !title.isNull()) {
+        defaults_.setObject(title, mainWindowTitleKey);
     }
-    savedState.saveControlSelections();
-    defaults.synchronize();
+    savedState_.saveControlSelections();
+    defaults_.synchronize();
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::uint64_t TickNanoseconds = 33'300'000;
+constexpr std::uint64_t tickNanoseconds = 33'300'000;
 
 bool isMenuOpen() {
     return qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr;
@@ -18,8 +18,8 @@ bool isMenuOpen() {
 } // namespace
 
 std::uint64_t nextTickDue(std::uint64_t startNanoseconds, std::uint64_t now) {
-    const std::uint64_t ticksSoFar = now > startNanoseconds ? (now - startNanoseconds) / TickNanoseconds : 0;
-    return startNanoseconds + (ticksSoFar + 1) * TickNanoseconds;
+    const std::uint64_t ticksSoFar = now > startNanoseconds ? (now - startNanoseconds) / tickNanoseconds : 0;
+    return startNanoseconds + (ticksSoFar + 1) * tickNanoseconds;
 }
 
 Ticker::Ticker(QObject* parent) : QObject(parent) {

@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr std::string_view WhiteSpace = " \t\n\v\f\r";
-constexpr std::uint32_t OctetLimit = 256;
+constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+constexpr std::uint32_t octetLimit = 256;
 
 bool isDigit(char character) {
     return character >= '0' && character <= '9';
@@ -27,7 +27,7 @@ std::optional<std::uint32_t> takeDigits(std::string_view& text) {
     }
     std::uint32_t number = 0;
     for (; !text.empty() && isDigit(text.front()); text.remove_prefix(1)) {
-        number = std::min(number * 10 + static_cast<std::uint32_t>(text.front() - '0'), OctetLimit);
+        number = std::min(number * 10 + static_cast<std::uint32_t>(text.front() - '0'), octetLimit);
     }
     return number;
 }
@@ -35,13 +35,13 @@ std::optional<std::uint32_t> takeDigits(std::string_view& text) {
 /// Takes one signed number with the white space before it off the front of the text; nothing unless it is
 /// 0..255.
 std::optional<std::uint32_t> takeOctet(std::string_view& text) {
-    text.remove_prefix(std::min(text.find_first_not_of(WhiteSpace), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
     const bool negative = takeCharacter(text, '-');
     if (!negative) {
         takeCharacter(text, '+');
     }
     const auto number = takeDigits(text);
-    if (!number || *number >= OctetLimit || (negative && *number != 0)) {
+    if (!number || *number >= octetLimit || (negative && *number != 0)) {
         return std::nullopt;
     }
     return number;

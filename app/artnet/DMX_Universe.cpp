@@ -12,16 +12,16 @@
 
 namespace {
 
-constexpr std::uint16_t ArtNetPort = 6454;
-constexpr std::uint64_t RefreshNanoseconds = 1'000'000'000;
-constexpr std::size_t HeaderSize = 18;
+constexpr std::uint16_t artNetPort = 6454;
+constexpr std::uint64_t refreshNanoseconds = 1'000'000'000;
+constexpr std::size_t headerSize = 18;
 
 // Header fields of ArtDmx that are written on each send.
-constexpr std::size_t SequenceOffset = 12;
-constexpr std::size_t SubUniOffset = 14;
-constexpr std::size_t LengthOffset = 16;
+constexpr std::size_t sequenceOffset = 12;
+constexpr std::size_t subUniOffset = 14;
+constexpr std::size_t lengthOffset = 16;
 
-constexpr std::array<std::uint8_t, HeaderSize> art_hdr = {
+constexpr std::array<std::uint8_t, headerSize> art_hdr = {
     'A',  'r',  't', '-', 'N', 'e', 't', 0, // ID
     0x00, 0x50,                             // OpCode, low byte first
     0,    14,                               // ProtVer, high byte first
@@ -60,8 +60,8 @@ DMX_Universe::DMX_Universe() {
     std::ranges::copy(art_hdr, buf.begin());
 }
 
-std::span<std::uint8_t, DMX_Universe::SlotCount> DMX_Universe::dmx() {
-    return std::span(buf).subspan<HeaderSize, SlotCount>();
+std::span<std::uint8_t, DMX_Universe::slotCount> DMX_Universe::dmx() {
+    return std::span(buf).subspan<headerSize, slotCount>();
 }
 
 std::int32_t DMX_Universe::sendWithSocket(int socket, std::uint32_t toAddress) {
@@ -69,7 +69,7 @@ std::int32_t DMX_Universe::sendWithSocket(int socket, std::uint32_t toAddress) {
         return 0;
     }
     writeHeader();
-    const sockaddr_in destination = socketAddress(toAddress, ArtNetPort);
+    const sockaddr_in destination = socketAddress(toAddress, artNetPort);
     const auto sent = sendto(socket, buf.data(), buf.size(), 0,
                              reinterpret_cast<const sockaddr*>(&destination), sizeof destination);
     last_tx = monotonicNanoseconds();
@@ -79,18 +79,18 @@ std::int32_t DMX_Universe::sendWithSocket(int socket, std::uint32_t toAddress) {
 }
 
 bool DMX_Universe::isDue() const {
-    return _needsTX || monotonicNanoseconds() - last_tx >= RefreshNanoseconds;
+    return _needsTX || monotonicNanoseconds() - last_tx >= refreshNanoseconds;
 }
 
 void DMX_Universe::advanceSequence() {
     // Leaving 0 takes two steps: a stream runs 2, 3, ... 255, 0, 2, and 1 never goes out.
-    std::uint8_t& sequence = buf[SequenceOffset];
+    std::uint8_t& sequence = buf[sequenceOffset];
     sequence = static_cast<std::uint8_t>(sequence + (sequence == 0 ? 2 : 1));
 }
 
 void DMX_Universe::writeHeader() {
     advanceSequence();
-    buf[SubUniOffset] = static_cast<std::uint8_t>(_universe);
-    buf[LengthOffset] = SlotCount >> 8;
-    buf[LengthOffset + 1] = SlotCount & 0xFF;
+    buf[subUniOffset] = static_cast<std::uint8_t>(_universe);
+    buf[lengthOffset] = slotCount >> 8;
+    buf[lengthOffset + 1] = slotCount & 0xFF;
 }

@@ -14,8 +14,8 @@
 class DMX_Universe {
 public:
     /// An ArtDmx packet (Art-Net 4): an 18-byte header, then the 512 slots.
-    static constexpr std::size_t PacketSize = 530;
-    static constexpr std::size_t SlotCount = 512;
+    static constexpr std::size_t packetSize = 530;
+    static constexpr std::size_t slotCount = 512;
 
     /// Every universe asked for so far, under its number in five digits: "00001" is universe 1.
     using Registry = std::map<std::string, std::unique_ptr<DMX_Universe>, std::less<>>;
@@ -30,9 +30,9 @@ public:
     DMX_Universe();
 
     /// The slots, DMX slot n (1..512) at index n - 1. Valid as long as the universe lives.
-    std::span<std::uint8_t, SlotCount> dmx();
+    std::span<std::uint8_t, slotCount> dmx();
     /// The datagram as it stands: header and slots.
-    std::span<const std::uint8_t, PacketSize> packet() const { return buf; }
+    std::span<const std::uint8_t, packetSize> packet() const { return buf; }
 
     /// Offers the universe to be sent to port 6454 of an IPv4 address in host order. It goes out when it is
     /// active and either needs transmission or was last sent a second or more ago. Returns 0 when nothing was
@@ -55,7 +55,7 @@ private:
     void advanceSequence();
     void writeHeader();
 
-    std::array<std::uint8_t, PacketSize> buf{};
+    std::array<std::uint8_t, packetSize> buf{};
     std::uint64_t last_tx = 0;
     bool _needsTX = false;
     bool _active = false;

@@ -6,8 +6,8 @@
 
 namespace {
 
-const char* const addressKey = "tx_address";
-const char* const thisMachine = "127.0.0.1";
+constexpr QLatin1StringView addressKey("tx_address");
+constexpr QLatin1StringView thisMachine("127.0.0.1");
 
 } // namespace
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-const char* const selectionsKey = "control_selections";
+constexpr QLatin1StringView selectionsKey("control_selections");
 
 QVariantMap levelRecord(const QString& key, std::uint32_t value) {
     return {{"key", key}, {"value", qlonglong{static_cast<std::int32_t>(value)}}, {"time", qlonglong{0}}};

@@ -10,7 +10,7 @@
 
 namespace {
 
-const char* const autosavename = "faderhall_main_window";
+constexpr QLatin1StringView autosavename("faderhall_main_window");
 
 // Faders and text fields both know how to copy and paste; whatever has the focus is asked.
 void sendToFocus(const char* operation) {
@@ -22,36 +22,36 @@ void sendToFocus(const char* operation) {
 
 } // namespace
 
-MainWindow::MainWindow(WindowPlaces& places) : ui(std::make_unique<Ui::MainWindow>()), places_(places) {
-    ui->setupUi(this);
+MainWindow::MainWindow(WindowPlaces& places) : ui_(std::make_unique<Ui::MainWindow>()), places_(places) {
+    ui_->setupUi(this);
     // A text field keeps its editing keys, those of Next Cue and Clear among them, but only once it is gone
     // to.
-    ui->content->setFocus();
-    connect(ui->quitAction, &QAction::triggered, this, &MainWindow::quitChosen);
-    connect(ui->copyAction, &QAction::triggered, this, [] { sendToFocus("copy"); });
-    connect(ui->pasteAction, &QAction::triggered, this, [] { sendToFocus("paste"); });
+    ui_->content->setFocus();
+    connect(ui_->quitAction, &QAction::triggered, this, &MainWindow::quitChosen);
+    connect(ui_->copyAction, &QAction::triggered, this, [] { sendToFocus("copy"); });
+    connect(ui_->pasteAction, &QAction::triggered, this, [] { sendToFocus("paste"); });
 }
 
 MainWindow::~MainWindow() = default;
 
 AddressField& MainWindow::addressField() {
-    return *ui->TxAddress;
+    return *ui_->TxAddress;
 }
 QTableView& MainWindow::tableview() {
-    return *ui->tableview;
+    return *ui_->tableview;
 }
 QMenu& MainWindow::configMenu() {
-    return *ui->configMenu;
+    return *ui_->configMenu;
 }
 CueMenu& MainWindow::cueMenu() {
-    return *ui->cueMenu;
+    return *ui_->cueMenu;
 }
 WindowMenu& MainWindow::windowMenu() {
-    return *ui->windowMenu;
+    return *ui_->windowMenu;
 }
 
 void MainWindow::addConfiguration(const QString& name) {
-    QAction* const item = ui->configMenu->addAction(menuText(name));
+    QAction* const item = ui_->configMenu->addAction(menuText(name));
     item->setData(name);
     connect(item, &QAction::triggered, this, [this, item, name] {
         item->setChecked(item->isCheckable()); // choosing only asks, and must not take the mark away
@@ -60,7 +60,7 @@ void MainWindow::addConfiguration(const QString& name) {
 }
 
 void MainWindow::checkConfiguration(const QString& name) {
-    for (QAction* const item : ui->configMenu->actions()) {
+    for (QAction* const item : ui_->configMenu->actions()) {
         if (item->data().toString() == name) {
             item->setCheckable(true);
             item->setChecked(true);

@@ -48,6 +48,6 @@ protected:
     void moveEvent(QMoveEvent* event) override;
 
 private:
-    std::unique_ptr<Ui::MainWindow> ui;
+    std::unique_ptr<Ui::MainWindow> ui_;
     WindowPlaces& places_;
 };
