@@ -18,7 +18,8 @@ std::optional<QVariantMap> DictionaryFile::read() const {
 
 bool DictionaryFile::write(const QVariantMap& dictionary) const {
     const QByteArray bytes = writeXmlPropertyList(dictionary);
-    return passesGatekeeper(bytes) && moveUnreadableAside() && writeWholeFile(path_, bytes);
+    return passesGatekeeper(bytes) && moveUnreadableAside() &&
+           writeWholeFile(path_, bytes, OldFile::KeptAsPrevious);
 }
 
 // False when such a file could not be moved. What is no file at all is left to the writer to refuse.

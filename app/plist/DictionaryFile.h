@@ -15,7 +15,8 @@ public:
     /// The dictionary. Nothing when the file is missing or damaged or its root is something else.
     std::optional<QVariantMap> read() const;
 
-    /// Writes the dictionary as XML, whole or not at all. A file that stands there and cannot be read is not
+    /// Writes the dictionary as XML, whole or not at all; the file that stood there before is kept as
+    /// "<name>.previous". A file that stands there and cannot be read is not
     /// written over: it is first renamed to "<name>.unreadable-YYYYMMDD-HHMMSS", local time, with a counter
     /// behind it if that name is taken. False when nothing was written; so too when a value has no
     /// property-list type or the result would be too large or too deep to be read again.

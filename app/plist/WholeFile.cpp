@@ -3,8 +3,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QRegularExpression>
+#include <QTemporaryFile>
 
+#include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,11 +22,35 @@ bool isRegular(int descriptor) {
     return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// QSaveFile gives the owner what the reader of the old file may do, which for an administrator is more.
-bool keepPermissions(const QString& oldFile, int newFile) {
+// What is being written stands beside the file under this name until it is whole. Nobody else names a file
+// so, which is what lets removeUnfinishedFiles() take away what a killed program left.
+constexpr QLatin1StringView unfinished(".unfinished-");
+
+// Calls again what a signal interrupted.
+template <typename Call>
+bool succeeds(Call call) {
+    int result = call();
+    while (result != 0 && errno == EINTR) {
+        result = call();
+    }
+    return result == 0;
+}
+
+bool keepPermissions(const QByteArray& oldFile, int newFile) {
     struct stat status {};
-    return stat(QFile::encodeName(oldFile).constData(), &status) != 0 ||
-           fchmod(newFile, status.st_mode & 07777U) == 0;
+    return stat(oldFile.constData(), &status) != 0 || fchmod(newFile, status.st_mode & 07777U) == 0;
+}
+
+// The old file gets a second name, put in place in one step like the new file itself, so that a full disk is
+// no hindrance. Where a file system knows no second names, none is kept.
+void keepAsPrevious(const QByteArray& file) {
+    const QByteArray previous = file + ".previous";
+    const QByteArray fresh = file + QByteArray(unfinished.data()) + "previous";
+    unlink(fresh.constData());
+    if (link(file.constData(), fresh.constData()) == 0) {
+        std::rename(fresh.constData(), previous.constData());
+        unlink(fresh.constData()); // still there where both names meant one file already
+    }
 }
 
 // The rename lasts only once the folder is on the disk too. Some file systems cannot sync a folder; the file
@@ -66,20 +93,40 @@ std::optional<QByteArray> readWholeFile(const QString& path, qint64 maxBytes) {
     return bytes.size() == size ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
-// QSaveFile makes the temporary file beside the target, renames it and takes it away on failure. Left alone
-// it was seen to rename an empty file on a full disk, because its buffer is flushed too late for the error to
-// count: hence no buffer, and a sync that must succeed before the rename.
-bool writeWholeFile(const QString& path, const QByteArray& bytes) {
+// Everything that can fail on a full or faulty disk is done and checked before the old file is touched, the
+// flush of the buffer and the sync among it.
+bool writeWholeFile(const QString& path, const QByteArray& bytes, OldFile oldFile) {
     const QFileInfo target(followLinks(path));
     if (target.isSymLink() || (target.exists() && !target.isFile()) || !QDir().mkpath(target.path())) {
         return false;
     }
-    QSaveFile file(target.filePath());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        !keepPermissions(target.filePath(), file.handle()) || file.write(bytes) != bytes.size() ||
-        fsync(file.handle()) != 0 || !file.commit()) {
+    const QByteArray name = QFile::encodeName(target.filePath());
+    QTemporaryFile file(target.filePath() + unfinished + "XXXXXX");
+    if (!file.open() || !keepPermissions(name, file.handle()) || file.write(bytes) != bytes.size() ||
+        !file.flush() || !succeeds([&] { return fsync(file.handle()); })) {
         return false;
     }
+    const QByteArray newName = QFile::encodeName(file.fileName());
+    if (oldFile == OldFile::KeptAsPrevious) {
+        keepAsPrevious(name);
+    }
+    if (!succeeds([&] { return std::rename(newName.constData(), name.constData()); })) {
+        return false;
+    }
+    file.setAutoRemove(false);
     syncFolder(target.path());
     return true;
+}
+
+void removeUnfinishedFiles(const QString& path) {
+    const QFileInfo target(followLinks(path));
+    const QString written =
+        QRegularExpression::escape(target.fileName() + unfinished) + "([A-Za-z]{6}|previous)";
+    const QRegularExpression pattern(QRegularExpression::anchoredPattern(written));
+    const QDir folder = target.dir();
+    for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        if (pattern.match(name).hasMatch()) {
+            QFile::remove(folder.filePath(name));
+        }
+    }
 }

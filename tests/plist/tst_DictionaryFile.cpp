@@ -42,7 +42,7 @@ private slots:
     void anUnreadableFileIsMovedAsideBeforeItIsWrittenOver_data();
     void anUnreadableFileIsMovedAsideBeforeItIsWrittenOver();
     void unreadableFilesOfOneSecondAreAllKept();
-    void aReadableFileIsReplaced();
+    void aReadableFileIsReplacedAndKeptAsPrevious();
     void theFileBehindALinkIsMovedAside();
     void whatCannotBeReadAgainIsNotWritten_data();
     void whatCannotBeReadAgainIsNotWritten();
@@ -130,12 +130,13 @@ void tst_DictionaryFile::unreadableFilesOfOneSecondAreAllKept() {
     QCOMPARE(kept, (QByteArrayList{"one", "three", "two"}));
 }
 
-void tst_DictionaryFile::aReadableFileIsReplaced() {
+void tst_DictionaryFile::aReadableFileIsReplacedAndKeptAsPrevious() {
     const DictionaryFile file(at("file.plist"));
     QVERIFY(file.write({{"old", true}}));
     QVERIFY(file.write(rig));
     QCOMPARE(file.read(), std::optional(rig));
-    QCOMPARE(entries(), QStringList{"file.plist"});
+    QCOMPARE(entries(), (QStringList{"file.plist", "file.plist.previous"}));
+    QCOMPARE(DictionaryFile(at("file.plist.previous")).read(), (QVariantMap{{"old", true}}));
 }
 
 void tst_DictionaryFile::theFileBehindALinkIsMovedAside() {

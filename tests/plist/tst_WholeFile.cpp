@@ -30,13 +30,14 @@ QStringList entriesOf(const QString& folder) {
 }
 
 // Writes in a process of its own whose files may not grow beyond that size, as on a disk that is full.
-bool succeedsWithRoomFor(rlim_t size, const QString& path, const QByteArray& bytes) {
+bool succeedsWithRoomFor(rlim_t size, const QString& path, const QByteArray& bytes,
+                         OldFile oldFile = OldFile::Replaced) {
     const pid_t child = fork();
     if (child == 0) {
         std::signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{size, size};
         setrlimit(RLIMIT_FSIZE, &limit);
-        _exit(writeWholeFile(path, bytes) ? 0 : 1);
+        _exit(writeWholeFile(path, bytes, oldFile) ? 0 : 1);
     }
     int status = 0;
     waitpid(child, &status, 0);
@@ -67,6 +68,10 @@ private slots:
     void aFullDiskLeavesTheOldFileAndNothingElse();
     void whatCannotBeWrittenIsRefused_data();
     void whatCannotBeWrittenIsRefused();
+    void theOldFileIsKeptAsPreviousWhenThatIsAskedFor();
+    void aFullDiskLeavesThePreviousFileToo();
+    void onlyTheLastGenerationIsKept();
+    void whatAKilledProgramLeftIsTakenAway();
 
 private:
     // A name within the scratch folder; what is a whole path stays one.
@@ -210,6 +215,50 @@ void tst_WholeFile::whatCannotBeWrittenIsRefused() {
     QVERIFY(!writeWholeFile(at(path), "new"));
     QCOMPARE(entriesOf(folder_->path()), before);
     QCOMPARE(contentOf(at("file")), QByteArray("old"));
+}
+
+void tst_WholeFile::theOldFileIsKeptAsPreviousWhenThatIsAskedFor() {
+    QVERIFY(writeWholeFile(at("file"), "one", OldFile::KeptAsPrevious));
+    QCOMPARE(entriesOf(folder_->path()), QStringList{"file"});
+    QVERIFY(writeWholeFile(at("file"), "two", OldFile::KeptAsPrevious));
+    QCOMPARE(contentOf(at("file")), QByteArray("two"));
+    QCOMPARE(contentOf(at("file.previous")), QByteArray("one"));
+    QVERIFY(writeWholeFile(at("file"), "three"));
+    QCOMPARE(contentOf(at("file.previous")), QByteArray("one"));
+    QCOMPARE(entriesOf(folder_->path()), (QStringList{"file", "file.previous"}));
+}
+
+void tst_WholeFile::aFullDiskLeavesThePreviousFileToo() {
+    put(at("file"), "old");
+    put(at("file.previous"), "older");
+    QVERIFY(!succeedsWithRoomFor(1, at("file"), "new", OldFile::KeptAsPrevious));
+    QCOMPARE(contentOf(at("file")), QByteArray("old"));
+    QCOMPARE(contentOf(at("file.previous")), QByteArray("older"));
+}
+
+// Both names may stand for one file already, after a program that was killed between two steps.
+void tst_WholeFile::onlyTheLastGenerationIsKept() {
+    put(at("file"), "old");
+    QCOMPARE(
+        link(QFile::encodeName(at("file")).constData(), QFile::encodeName(at("file.previous")).constData()),
+        0);
+    QVERIFY(writeWholeFile(at("file"), "new", OldFile::KeptAsPrevious));
+    QCOMPARE(contentOf(at("file.previous")), QByteArray("old"));
+    QCOMPARE(entriesOf(folder_->path()), (QStringList{"file", "file.previous"}));
+}
+
+void tst_WholeFile::whatAKilledProgramLeftIsTakenAway() {
+    const QStringList others{"file",
+                             "file.backup",
+                             "file.previous",
+                             "file.unfinished",
+                             "file.unfinished-two",
+                             "other.unfinished-aBcDeF"};
+    for (const QString& name : others + QStringList{"file.unfinished-aBcDeF", "file.unfinished-previous"}) {
+        put(at(name), "x");
+    }
+    removeUnfinishedFiles(at("file"));
+    QCOMPARE(entriesOf(folder_->path()), others);
 }
 
 QTEST_APPLESS_MAIN(tst_WholeFile)
