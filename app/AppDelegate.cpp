@@ -35,8 +35,10 @@ AppDelegate::AppDelegate(const QString& resources)
     : resources_(resourceFolder(resources)), defaults_(UserDefaults::defaultPath()),
       settingsFile_(SettingsFile::defaultPath()), places_(defaults_), savedState_(defaults_),
       destination_(defaults_), fixtureTable_(settings), _window(places_), windows_(_window),
-      cueCommands_(settings, _window.cueMenu()), quitSignals_(quit) {
+      cueCommands_(settings, _window.cueMenu()) {
     connectWindow();
+    connect(&processSignals_, &ProcessSignals::quitRequested, this, quit);
+    connect(&processSignals_, &ProcessSignals::frontRequested, &windows_, &ConsoleWindows::bringMainToFront);
     connect(qApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::sessionEnds);
     qApp->installEventFilter(this);
 }

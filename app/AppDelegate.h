@@ -1,6 +1,6 @@
 #pragma once
 
-#include "QuitSignals.h"
+#include "ProcessSignals.h"
 #include "Ticker.h"
 #include "cues/CueCommands.h"
 #include "fixtures/Profiles.h"
@@ -70,6 +70,6 @@ private:
     ConsoleWindows windows_;
     CueCommands cueCommands_;
     Ticker ticker_;
-    QuitSignals quitSignals_;
+    ProcessSignals processSignals_;
     bool terminated_ = false;
 };

@@ -58,6 +58,10 @@ void ConsoleWindows::bringToFront(const QString& title) {
     }
 }
 
+void ConsoleWindows::bringMainToFront() {
+    bringBack(mainWindow_);
+}
+
 void ConsoleWindows::rememberFront() {
     QWidget* window = QApplication::activeWindow();
     while (window && window->parentWidget()) {

@@ -20,6 +20,9 @@ public:
     /// the front; null stands for none.
     void scanWindows(const QString& mainTitle = {});
 
+    /// Brings the main window to the front, also when it is minimized.
+    void bringMainToFront();
+
     /// The title of the window that is in front or, while another program has the keyboard, was last; a
     /// sheet counts as its window. Null when there was none.
     QString frontTitle() const;

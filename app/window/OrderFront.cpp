@@ -36,6 +36,12 @@ private:
 
 } // namespace
 
+void bringBack(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    makeKey(window);
+}
+
 void orderFront(QWidget& window, QWidget& newest) {
     const QWindow* const handle = newest.windowHandle();
     if (!handle || handle->isExposed()) {

@@ -1,18 +1,15 @@
 #include "window/WindowMenu.h"
 
 #include "cues/MenuText.h"
+#include "window/OrderFront.h"
 
 #include <algorithm>
 
 void WindowMenu::setWindows(const QList<QWidget*>& windows) {
     clear();
     for (QWidget* window : windows) {
-        QAction* const item = addAction(menuText(window->windowTitle()), window, [window] {
-            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-            window->show();
-            window->raise();
-            window->activateWindow();
-        });
+        QAction* const item =
+            addAction(menuText(window->windowTitle()), window, [window] { bringBack(*window); });
         item->setData(window->windowTitle());
         item->setShortcutContext(Qt::ApplicationShortcut);
     }
