@@ -19,10 +19,7 @@
 
 namespace {
 
-constexpr QLatin1StringView configNameKey("configName");
 constexpr QLatin1StringView mainWindowTitleKey("mainWindowTitle");
-constexpr QLatin1StringView unknownConfig("unknown_config");
-constexpr QLatin1StringView stateKeyPrefix("saved_state: ");
 
 // QApplication::quit() would ask every window to close first, and fixture windows refuse.
 void quit() {
@@ -32,10 +29,12 @@ void quit() {
 } // namespace
 
 AppDelegate::AppDelegate(const QString& resources)
-    : resources_(resourceFolder(resources)), defaults_(UserDefaults::defaultPath()),
-      settingsFile_(SettingsFile::defaultPath()), places_(defaults_), savedState_(defaults_),
-      destination_(defaults_), fixtureTable_(settings), _window(places_), windows_(_window),
-      cueCommands_(settings, _window.cueMenu()) {
+    : defaults_(UserDefaults::defaultPath()),
+      recoveryFile_(RecoveryFile::defaultPath(), SettingsFile::defaultPath()),
+      rig_(resourceFolder(resources), defaults_), places_(defaults_), savedState_(defaults_),
+      destination_(defaults_), fixtureTable_(rig_.settings()), _window(places_), windows_(_window),
+      cueCommands_(rig_.settings(), _window.cueMenu()),
+      showKeeper_(recoveryFile_, [this] { return presentShow(); }) {
     connectWindow();
     connect(&processSignals_, &ProcessSignals::quitRequested, this, quit);
     connect(&processSignals_, &ProcessSignals::frontRequested, &windows_, &ConsoleWindows::bringMainToFront);
@@ -58,62 +57,54 @@ void AppDelegate::connectWindow() {
     connect(&_window, &MainWindow::configurationChosen, this, &AppDelegate::askForConfiguration);
     connect(&_window.addressField(), &AddressField::txChange, this, &AppDelegate::setIPAddress);
     connect(&_window.cueMenu(), &CueMenu::newCueChosen, this, &AppDelegate::askForNewCue);
+    connect(&_window, &MainWindow::savedRigChosen, this, &AppDelegate::goBackToSavedRig);
+    connect(&_window.cueMenu(), &QMenu::triggered, &showKeeper_, &ShowKeeper::showChanged);
+    connect(&fixtureTable_, &FixtureTable::edited, &showKeeper_, &ShowKeeper::showChanged);
     // For as long as the windows: the table's own end may yet take in a number that was being typed.
     connect(&fixtureTable_, &FixtureTable::edited, &windows_, [this] { windows_.scanWindows(); });
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-    loadTables();
-    loadSettings();
-    profiles.addUserProfiles(settings.userProfiles());
+    const std::optional<ShowSnapshot> recovered = recoveryFile_.takeUp();
+    rig_.load(recovered);
+    for (const QString& name : rig_.configurationNames()) {
+        _window.addConfiguration(name);
+    }
+    _window.checkConfiguration(rig_.configName());
     skt = createSocket(0);
     _window.open();
     createControlViews();
     windows_.scanWindows(stringValue(defaults_.objectForKey(mainWindowTitleKey)));
-    savedState_.restoreState(stateKey);
+    if (recovered) {
+        restoreLevels(recovered->levels);
+    } else {
+        savedState_.restoreState(rig_.stateKey());
+    }
     setIPAddress(destination_.text());
     _window.tableview().setModel(&fixtureTable_);
     ticker_.start([this] { timerProc(); });
     beginActivity();
     cueCommands_.setupCueMenu();
     savedState_.restoreControlSelections();
-}
-
-void AppDelegate::loadTables() {
-    profiles.setTable(readResource(resources_, "profiles"));
-    configs = Configurations(readResource(resources_, "configurations"));
-    for (const QString& name : configs.names()) {
-        _window.addConfiguration(name);
+    if (recovered) {
+        cueCommands_.setCurrCue(recovered->currCue);
+        _window.showRecoveryNotice();
     }
-}
-
-// Without a settings file the default configuration is taken, whatever name the user defaults hold.
-void AppDelegate::loadSettings() {
-    settings = Settings(settingsFile_.read());
-    QString name = stringValue(defaults_.objectForKey(configNameKey));
-    if (!settings.dictionary()) {
-        name = configs.defaultName();
-        settings = Settings(configs.configuration(name));
-    }
-    setConfigName(name.isNull() ? QString(unknownConfig) : name);
-}
-
-void AppDelegate::setConfigName(const QString& name) {
-    configName = name;
-    stateKey = stateKeyPrefix + name;
-    _window.checkConfiguration(name);
+    showKeeper_.start();
 }
 
 void AppDelegate::createControlViews() {
-    for (const QVariant& placement : settings.views()) {
-        ControlView::controlViewWithSettings(mapValue(placement), profiles, places_);
+    for (const QVariant& placement : rig_.settings().views()) {
+        ControlView::controlViewWithSettings(mapValue(placement), rig_.profiles(), places_);
     }
 }
 
 void AppDelegate::timerProc() {
     if (const auto* views = ControlView::controlViews()) {
         for (const auto& view : *views) {
-            view->update();
+            if (view->update()) {
+                showKeeper_.showChanged();
+            }
         }
     }
     if (const auto* universes = DMX_Universe::universes()) {
@@ -131,7 +122,10 @@ void AppDelegate::setIPAddress(const QString& dotted) {
 void AppDelegate::askForNewCue() {
     openTextSheet(_window,
                   {.message = "Enter new cue number", .informativeText = {}, .fieldLabel = "Cue number"},
-                  [this](const QString& number) { cueCommands_.createCue(number); });
+                  [this](const QString& number) {
+                      cueCommands_.createCue(number);
+                      showKeeper_.showChanged();
+                  });
 }
 
 void AppDelegate::askForConfiguration(const QString& name) {
@@ -141,23 +135,36 @@ void AppDelegate::askForConfiguration(const QString& name) {
 }
 
 void AppDelegate::loadConfiguration(const QString& name, int universeOffset) {
-    const auto configuration = configs.shiftedConfiguration(name, universeOffset);
-    if (!configuration) {
-        return;
+    if (rig_.loadConfiguration(name, universeOffset)) {
+        reloadSettings();
     }
-    settings = Settings(configuration);
-    setConfigName(name);
-    reloadSettings();
 }
 
 void AppDelegate::reloadSettings() {
+    _window.checkConfiguration(rig_.configName());
     fixtureTable_.detach();
     ControlView::reset();
     DMXControl::reset();
     createControlViews();
     windows_.scanWindows(stringValue(defaults_.objectForKey(mainWindowTitleKey)));
-    savedState_.restoreState(stateKey);
+    savedState_.restoreState(rig_.stateKey());
     fixtureTable_.attach();
+    showKeeper_.showChanged();
+}
+
+ShowSnapshot AppDelegate::presentShow() const {
+    return {.settings = rig_.settings().dictionary(),
+            .configName = rig_.configName(),
+            .currCue = cueCommands_.currCue(),
+            .levels = presentLevels()};
+}
+
+void AppDelegate::goBackToSavedRig() {
+    recoveryFile_.moveAside();
+    rig_.load({});
+    reloadSettings();
+    cueCommands_.setCurrCue({});
+    cueCommands_.setupCueMenu();
 }
 
 // A desktop that asks the program to quit gets what the Quit command does, see quit().
@@ -179,14 +186,17 @@ void AppDelegate::applicationWillTerminate() {
     if (std::exchange(terminated_, true)) {
         return;
     }
-    savedState_.saveState(stateKey);
-    if (settings.dictionary()) {
-        settingsFile_.write(*settings.dictionary());
-    }
-    defaults_.setObject(configName, configNameKey);
+    showKeeper_.stop();
+    savedState_.saveState(rig_.stateKey());
+    const bool settingsSaved = rig_.save();
+    rig_.rememberConfigName();
     if (const QString title = windows_.frontTitle(); !title.isNull()) {
         defaults_.setObject(title, mainWindowTitleKey);
     }
     savedState_.saveControlSelections();
-    defaults_.synchronize();
+    if (defaults_.synchronize() && settingsSaved) {
+        recoveryFile_.remove();
+    } else {
+        recoveryFile_.write(presentShow());
+    }
 }

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "ProcessSignals.h"
+#include "Rig.h"
 #include "Ticker.h"
 #include "cues/CueCommands.h"
-#include "fixtures/Profiles.h"
-#include "settings/Configurations.h"
 #include "settings/Destination.h"
+#include "settings/RecoveryFile.h"
 #include "settings/SavedPlaces.h"
 #include "settings/SavedState.h"
-#include "settings/Settings.h"
-#include "settings/SettingsFile.h"
+#include "settings/ShowKeeper.h"
 #include "settings/UserDefaults.h"
 #include "window/ConsoleWindows.h"
 #include "window/FixtureTable.h"
@@ -39,10 +38,10 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void loadTables();
-    void loadSettings();
     void createControlViews();
     void reloadSettings();
+    void goBackToSavedRig();
+    ShowSnapshot presentShow() const;
     void connectWindow();
     void sessionEnds();
 
@@ -51,24 +50,19 @@ private:
     void askForNewCue();
     void askForConfiguration(const QString& name);
     void loadConfiguration(const QString& name, int universeOffset);
-    void setConfigName(const QString& name);
 
-    QString resources_;
     UserDefaults defaults_;
-    SettingsFile settingsFile_;
+    RecoveryFile recoveryFile_;
+    Rig rig_;
     SavedPlaces places_;
     SavedState savedState_;
     Destination destination_;
-    Profiles profiles;
-    Configurations configs;
-    Settings settings;
-    QString configName;
-    QString stateKey;
     int skt = -1;
     FixtureTable fixtureTable_;
     MainWindow _window;
     ConsoleWindows windows_;
     CueCommands cueCommands_;
+    ShowKeeper showKeeper_;
     Ticker ticker_;
     ProcessSignals processSignals_;
     bool terminated_ = false;

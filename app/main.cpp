@@ -3,12 +3,28 @@
 #include "ConsoleLock.h"
 #include "HomeFolder.h"
 #include "ProcessSignals.h"
+#include "plist/WholeFile.h"
+#include "settings/RecoveryFile.h"
+#include "settings/SettingsFile.h"
+#include "settings/UserDefaults.h"
 
 #include <QApplication>
 
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+
+namespace {
+
+// What runs that were killed while they wrote left behind; only for a console that is alone on its files.
+void cleanUpAfterKilledRuns() {
+    for (const QString& path :
+         {SettingsFile::defaultPath(), UserDefaults::defaultPath(), RecoveryFile::defaultPath()}) {
+        removeUnfinishedFiles(path);
+    }
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // a line at a time, into a pipe too
@@ -25,6 +41,9 @@ int main(int argc, char** argv) {
     if (lock.isHeldElsewhere()) {
         std::printf("%s\n", qUtf8Printable(lock.raiseHolder()));
         return EXIT_SUCCESS;
+    }
+    if (lock.isHeld()) {
+        cleanUpAfterKilledRuns();
     }
     AppDelegate delegate(commandLine.resources);
     delegate.applicationDidFinishLaunching();

@@ -17,6 +17,11 @@ public:
 
     /// Lists the cues as they are now.
     void setupCueMenu();
+
+    const std::optional<QString>& currCue() const { return stepper_.currCue(); }
+    /// Makes a cue the current one, nothing for none, without executing it.
+    void setCurrCue(const std::optional<QString>& number) { stepper_.setCurrCue(number); }
+
     /// Adds a cue without data under the number as it was typed and makes it the current one; an empty number
     /// adds none.
     void createCue(const QString& number);

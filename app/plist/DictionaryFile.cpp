@@ -1,11 +1,10 @@
 #include "plist/DictionaryFile.h"
 
 #include "plist/Gatekeeper.h"
+#include "plist/MoveAside.h"
 #include "plist/PropertyList.h"
 #include "plist/WholeFile.h"
 
-#include <QDateTime>
-#include <QFile>
 #include <QFileInfo>
 
 std::optional<QVariantMap> DictionaryFile::read() const {
@@ -25,14 +24,5 @@ bool DictionaryFile::write(const QVariantMap& dictionary) const {
 // False when such a file could not be moved. What is no file at all is left to the writer to refuse.
 bool DictionaryFile::moveUnreadableAside() const {
     const QString file = followLinks(path_);
-    if (!QFileInfo(file).isFile() || read()) {
-        return true;
-    }
-    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-    const QString aside = file + QStringLiteral(".unreadable-") + stamp;
-    QString name = aside;
-    for (int counter = 2; QFileInfo::exists(name); ++counter) {
-        name = aside + u'-' + QString::number(counter);
-    }
-    return QFile::rename(file, name);
+    return !QFileInfo(file).isFile() || read() || moveAside(file, "unreadable");
 }

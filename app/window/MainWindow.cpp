@@ -4,6 +4,7 @@
 #include "fixtures/ScreenPlace.h"
 #include "fixtures/WindowPlaces.h"
 #include "ui_MainWindow.h"
+#include "window/RecoveryNotice.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -66,6 +67,12 @@ void MainWindow::checkConfiguration(const QString& name) {
             item->setChecked(true);
         }
     }
+}
+
+void MainWindow::showRecoveryNotice() {
+    auto* const notice = new RecoveryNotice(ui_->content);
+    connect(notice, &RecoveryNotice::savedRigChosen, this, &MainWindow::savedRigChosen);
+    ui_->rows->insertWidget(0, notice);
 }
 
 void MainWindow::open() {

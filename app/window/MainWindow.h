@@ -36,12 +36,16 @@ public:
     /// Puts the check mark on a rig's name; the others keep theirs.
     void checkConfiguration(const QString& name);
 
+    /// Says that the show of a run that ended badly was taken up, and offers the way back.
+    void showRecoveryNotice();
+
     /// Shows the window at its remembered place.
     void open();
 
 signals:
     void quitChosen();
     void configurationChosen(const QString& name);
+    void savedRigChosen();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

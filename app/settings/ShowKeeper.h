@@ -1,0 +1,41 @@
+#pragma once
+
+#include "settings/ShowSnapshot.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <chrono>
+#include <functional>
+#include <future>
+
+class RecoveryFile;
+
+/// Keeps the running show in its recovery file: looks once in a pause whether it changed. The file is written
+/// by a thread of its own from a snapshot taken here, so that neither ticks nor keys wait for a disk.
+class ShowKeeper : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr std::chrono::milliseconds defaultPause{2000};
+
+    /// `file` has to outlive the keeper; `presentShow` is called on this thread only.
+    ShowKeeper(const RecoveryFile& file, std::function<ShowSnapshot()> presentShow);
+    ~ShowKeeper() override;
+
+    void start(std::chrono::milliseconds pause = defaultPause);
+    /// Something that is worth keeping may have changed. Costs next to nothing.
+    void showChanged() { isChanged_ = true; }
+    /// Ends the keeping. Whatever is being written is on the disk afterwards.
+    void stop();
+
+private:
+    void keep();
+    bool isWriting() const;
+
+    const RecoveryFile& file_;
+    std::function<ShowSnapshot()> presentShow_;
+    QTimer timer_;
+    bool isChanged_ = false;
+    std::future<bool> writing_; ///< true when the file was written
+};

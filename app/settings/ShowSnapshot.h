@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+/// The level of the control that is registered under `key`.
+struct ControlLevel {
+    QString key;
+    std::uint32_t value = 0;
+};
+
+/// What the operator has made, as it stands at one moment. Values only: whoever holds it needs neither
+/// controls nor settings any more, and may be another thread.
+struct ShowSnapshot {
+    std::optional<QVariantMap> settings; ///< the rig with its patch and cues
+    QString configName;
+    std::optional<QString> currCue;
+    std::vector<ControlLevel> levels; ///< of the controls away from their defaults
+};
+
+/// The levels of all registered controls that are away from their defaults.
+std::vector<ControlLevel> presentLevels();
+
+/// Sets every control that is named to its level, at once; keys that name none are passed over.
+void restoreLevels(const std::vector<ControlLevel>& levels);
