@@ -120,6 +120,11 @@ class Console:
         self.display.key("alt+F4")
         self.wait_for_end()
 
+    def kill(self, number=signal.SIGKILL):
+        """Ends the program without its doing."""
+        self.process.send_signal(number)
+        self.process.wait(END_SECONDS)
+
     def wait_for_end(self):
         status = wait_until(lambda: self._status(), "the end of the program", END_SECONDS)
         if status != "0" or self.stderr:

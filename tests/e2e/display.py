@@ -51,11 +51,14 @@ class Display:
     def __exit__(self, *exception):
         return self._stack.__exit__(*exception)
 
-    @staticmethod
-    def _start_server(stack):
+    def kill(self):
+        """Ends the display server under its programs."""
+        self._server.kill()
+
+    def _start_server(self, stack):
         reading, writing = os.pipe()
         try:
-            stack.enter_context(running(
+            self._server = stack.enter_context(running(
                 ["Xvfb", "-displayfd", str(writing), "-screen", "0", SCREEN, "-nolisten", "tcp",
                  "-noreset"],
                 pass_fds=[writing]))

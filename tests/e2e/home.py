@@ -48,6 +48,10 @@ class Home:
                 / "Faderhall.plist")
 
     @property
+    def recovery_file(self):
+        return self.settings_file.with_name("Faderhall.recovery.plist")
+
+    @property
     def defaults_file(self):
         return self.config / "com.KTQ.OrvaneApplications" / "Faderhall.plist"
 
@@ -58,3 +62,7 @@ class Home:
     @property
     def defaults(self):
         return read(self.defaults_file)
+
+    @property
+    def recovery(self):
+        return read(self.recovery_file)
