@@ -11,7 +11,7 @@ QString resourceFolder(const QString& askedFor) {
     }
     const QDir program(QCoreApplication::applicationDirPath());
     const QString beside = program.filePath("resources");
-    return QDir(beside).exists() ? beside : program.filePath("../share/faderhall");
+    return QDir(beside).exists() ? beside : program.filePath(FADERHALL_INSTALLED_TABLES);
 }
 
 std::optional<QVariantMap> readResource(const QString& folder, const QString& name) {

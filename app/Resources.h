@@ -6,7 +6,7 @@
 #include <optional>
 
 /// The folder of the tables that ship with the program: the one asked for, else resources/ beside the
-/// program, else ../share/faderhall/ as it stands in an installed tree.
+/// program, else where an installed tree has it (../share/faderhall/; in the bundle of a Mac ../Resources/).
 QString resourceFolder(const QString& askedFor);
 
 /// The table `name`.plist in the folder; nothing when it is missing, unreadable or no dictionary.

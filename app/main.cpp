@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 #include "CommandLine.h"
 #include "ConsoleLock.h"
+#include "DesktopIdentity.h"
 #include "HomeFolder.h"
 #include "ProcessSignals.h"
 #include "plist/WholeFile.h"
@@ -45,6 +46,7 @@ int main(int argc, char** argv) {
     if (lock.isHeld()) {
         cleanUpAfterKilledRuns();
     }
+    identifyToDesktop();
     AppDelegate delegate(commandLine.resources);
     delegate.applicationDidFinishLaunching();
     const int status = QApplication::exec();

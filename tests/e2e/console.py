@@ -10,6 +10,7 @@ from display import keys_of
 from waiting import wait_until
 
 PROGRAM = Path(os.environ["FADERHALL"])
+BUILD = PROGRAM.parent
 MAIN_WINDOW = "Faderhall"
 
 # An instrumented build takes its time.
@@ -58,7 +59,7 @@ class Console:
     sanitizer would report. A block that fails leaves a picture of the screen in the current folder.
     """
 
-    def __init__(self, display, home, titles, arguments=None, **changes):
+    def __init__(self, display, home, titles, arguments=None, program=PROGRAM, **changes):
         """`titles` are those of the windows that are there once it has started, the last one in front.
 
         `changes` are changes to the environment.
@@ -66,7 +67,7 @@ class Console:
         self.display = display
         self.home = home
         self._titles = titles
-        self._command = [PROGRAM, *(["--resources", home.resources] if arguments is None else arguments)]
+        self._command = [program, *(["--resources", home.resources] if arguments is None else arguments)]
         self._environment = environment(home, DISPLAY=display.name, **changes)
 
     def __enter__(self):

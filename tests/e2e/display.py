@@ -205,6 +205,11 @@ class Display:
     def _desktops(self):
         return int(self._root_property("_NET_NUMBER_OF_DESKTOPS").split()[-1])
 
+    def icon_sizes(self, title):
+        """The sizes in which a window has its icon, as width and height."""
+        shown = self.run("xprop", "-len", "1000000", "-id", self.window(title), "_NET_WM_ICON").decode()
+        return [(int(width), int(height)) for width, height in re.findall(r"Icon \((\d+) x (\d+)\)", shown)]
+
     # --- Hands -----------------------------------------------------------------------------------------
 
     def xdotool(self, *arguments):

@@ -1,0 +1,24 @@
+# The places of the freedesktop.org standards. The application's identifier names its desktop entry, its
+# metainfo and its icon, and the program tells it to the desktop (app/DesktopIdentity).
+set(id com.ktq.orvaneapplications.faderhall)
+
+install(TARGETS faderhall)
+install(FILES
+    ${PROJECT_SOURCE_DIR}/resources/profiles.plist
+    ${PROJECT_SOURCE_DIR}/resources/configurations.plist
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/faderhall)
+
+configure_file(${id}.metainfo.xml.in ${id}.metainfo.xml @ONLY)
+install(FILES ${id}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${id}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+
+install(FILES icons/faderhall.svg
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps RENAME ${id}.svg)
+foreach(size 48 128 256)
+    install(FILES icons/faderhall-${size}.png
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps RENAME ${id}.png)
+endforeach()
+
+configure_file(faderhall.1.in faderhall.1 @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/faderhall.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/faderhall)
