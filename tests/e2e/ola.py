@@ -2,6 +2,7 @@
 
 import json
 import os
+import shutil
 import socket
 import subprocess
 import tempfile
@@ -36,10 +37,14 @@ def free_port():
 
 
 class Ola(LevelReader):
-    """Takes Art-Net's port; tells the levels of the universes that it was made for."""
+    """Takes Art-Net's port; tells the levels of the universes that it was made for.
 
-    def __init__(self, *universes):
+    `configuration` is a folder of configuration files to use in place of one that only receives.
+    """
+
+    def __init__(self, *universes, configuration=None):
         self._universes = universes
+        self._configuration = configuration
 
     def __enter__(self):
         with ExitStack() as stack:
@@ -55,9 +60,15 @@ class Ola(LevelReader):
         return self._stack.__exit__(*exception)
 
     def _configure(self, folder):
-        (folder / "ola-artnet.conf").write_text(ARTNET)
         for plugin in OTHER_PLUGINS:
             (folder / f"ola-{plugin}.conf").write_text("enabled = false\n")
+        if self._configuration:
+            shutil.copytree(self._configuration, folder, dirs_exist_ok=True)
+        else:
+            self._configure_to_receive(folder)
+
+    def _configure_to_receive(self, folder):
+        (folder / "ola-artnet.conf").write_text(ARTNET)
         # Each universe on an input port of the Art-Net device.
         (folder / "ola-port.conf").write_text(
             "".join(f"2-1-I-{port} = {universe}\n" for port, universe in enumerate(self._universes)))
