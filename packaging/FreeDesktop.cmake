@@ -21,4 +21,10 @@ endforeach()
 
 configure_file(faderhall.1.in faderhall.1 @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/faderhall.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/faderhall)
+
+set(documents ${CMAKE_INSTALL_DATADIR}/doc/faderhall)
+install(FILES copyright DESTINATION ${documents})
+foreach(document README.md CHANGELOG.md CONTRIBUTING.md LICENSE)
+    install(FILES ${PROJECT_SOURCE_DIR}/${document} DESTINATION ${documents})
+endforeach()
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${documents} PATTERN take-pictures EXCLUDE)

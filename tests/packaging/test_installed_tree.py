@@ -26,10 +26,9 @@ class InstalledTreeTest(unittest.TestCase):
         return self.tree.prefix.joinpath("share", *names)
 
     def test_every_file_has_its_place(self):
-        self.assertEqual(self.tree.files, [
+        self.assertEqual([name for name in self.tree.files if not name.startswith("share/doc/")], [
             "bin/faderhall",
             f"share/applications/{IDENTIFIER}.desktop",
-            "share/doc/faderhall/copyright",
             "share/faderhall/configurations.plist",
             "share/faderhall/profiles.plist",
             f"share/icons/hicolor/128x128/apps/{IDENTIFIER}.png",
@@ -39,6 +38,16 @@ class InstalledTreeTest(unittest.TestCase):
             "share/man/man1/faderhall.1",
             f"share/metainfo/{IDENTIFIER}.metainfo.xml",
         ])
+
+    def test_the_documents_come_with_everything_that_they_lead_to(self):
+        documents = self.share("doc", "faderhall")
+        self.assertTrue((documents / "copyright").is_file())
+        self.assertTrue((documents / "docs" / "operator.md").is_file())
+        for document in documents.rglob("*.md"):
+            for link in re.findall(r"\]\(([^)#]+)(?:#[^)]*)?\)", document.read_text()):
+                if not link.startswith("http"):
+                    with self.subTest(document=document.name, link=link):
+                        self.assertTrue((document.parent / link).exists())
 
     def test_the_desktop_entry_is_valid(self):
         self.assertEqual(output_of("desktop-file-validate", self.share("applications", f"{IDENTIFIER}.desktop")), "")
