@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <optional>
 #include <string_view>
@@ -72,10 +73,18 @@ std::int32_t DMX_Universe::sendWithSocket(int socket, std::uint32_t toAddress) {
     const sockaddr_in destination = socketAddress(toAddress, artNetPort);
     const auto sent = sendto(socket, buf.data(), buf.size(), 0,
                              reinterpret_cast<const sockaddr*>(&destination), sizeof destination);
-    last_tx = monotonicNanoseconds();
+    noteSend(sent >= 0);
     _needsTX = false;
     _active = false;
     return static_cast<std::int32_t>(sent);
+}
+
+// Right after the attempt, while errno is its own.
+void DMX_Universe::noteSend(bool succeeded) {
+    sendRecord_.error = succeeded ? 0 : errno;
+    sendRecord_.sent += succeeded ? 1 : 0;
+    last_tx = monotonicNanoseconds();
+    sendRecord_.lastNanoseconds = last_tx;
 }
 
 bool DMX_Universe::isDue() const {

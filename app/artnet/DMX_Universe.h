@@ -9,6 +9,13 @@
 #include <span>
 #include <string>
 
+/// What became of a universe's sends.
+struct SendRecord {
+    std::uint64_t sent = 0;            ///< datagrams that the system took
+    std::uint64_t lastNanoseconds = 0; ///< of the monotonic clock, at the last attempt; 0 before the first
+    int error = 0;                     ///< errno of the last attempt, 0 when it succeeded
+};
+
 /// One Art-Net universe, kept as the ArtDmx datagram that is ready to go out: levels are written straight
 /// into its last 512 bytes, and a send fills in only what changes from one datagram to the next.
 class DMX_Universe {
@@ -50,7 +57,10 @@ public:
     bool active() const { return _active; }
     void setActive(bool active) { _active = active; }
 
+    const SendRecord& sendRecord() const { return sendRecord_; }
+
 private:
+    void noteSend(bool succeeded);
     bool isDue() const;
     void advanceSequence();
     void writeHeader();
@@ -60,4 +70,5 @@ private:
     bool _needsTX = false;
     bool _active = false;
     std::uint32_t _universe = 0;
+    SendRecord sendRecord_;
 };
