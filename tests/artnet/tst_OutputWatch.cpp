@@ -27,7 +27,7 @@ class tst_OutputWatch : public QObject {
 private slots:
     void initTestCase();
     void init();
-    void cleanupTestCase();
+    void cleanupTestCase() const;
 
     void withoutUniversesNothingIsSent();
     void aUniverseThatWasNeverSentCountsForNothing();
@@ -60,7 +60,7 @@ void tst_OutputWatch::init() {
     DMX_Universe::releaseUniverses();
 }
 
-void tst_OutputWatch::cleanupTestCase() {
+void tst_OutputWatch::cleanupTestCase() const {
     DMX_Universe::releaseUniverses();
     close(socket_);
 }
