@@ -6,8 +6,8 @@
 #include <functional>
 #include <optional>
 
-/// The menu of the cues: the commands, then one item for each cue. It is rebuilt whole; only check mark and
-/// title move in between.
+/// The menu of the cues: the commands, then one item for each cue. The list changes only when it is set up;
+/// check mark and title move in between.
 class CueMenu : public QMenu {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ public:
 
     explicit CueMenu(QWidget* parent = nullptr);
 
-    /// Builds the menu anew, with `numbers` as they stand and `currCue` checked.
+    /// Lists `numbers` as they stand, with `currCue` checked.
     void setupCueMenu(const QStringList& numbers, const std::optional<QString>& currCue);
     /// Checks the item of the current cue, unchecks the one before, and names the cue in the menu's title.
     void showCurrCue(const std::optional<QString>& currCue);
@@ -38,12 +38,14 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void removeItems();
     void addCommands();
-    void addCueAction(const QString& title, Tag tag, const QKeySequence& keys, const QString& toolTip = {});
-    QAction* addItem(const QString& title, const QKeySequence& keys, const std::function<void()>& chosen);
+    void listCues(const QStringList& numbers);
+    void addCommand(const QString& title, Tag tag, const QKeySequence& keys, const QString& toolTip = {});
+    QAction* cueItem(const QString& number);
+    QAction* newItem(const QString& title, const QKeySequence& keys, const std::function<void()>& chosen);
     void check(QAction* item);
     QAction* itemWithTitle(const QString& title) const;
 
+    QList<QAction*> cueItems_;
     QAction* checkedItem_ = nullptr;
 };

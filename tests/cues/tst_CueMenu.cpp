@@ -74,6 +74,8 @@ private slots:
     void theTitleNamesTheCurrentCue();
     void rebuildingLeavesTheTitle();
     void rebuildingReplacesTheItems();
+    void itemsOfCuesThatStayAreKept_data();
+    void itemsOfCuesThatStayAreKept();
     void anItemMayAskForTheRebuild();
 
     void altLeavesTheMenuOpen();
@@ -351,6 +353,45 @@ void tst_CueMenu::rebuildingReplacesTheItems() {
     QCOMPARE(checkedTitles(menu), QStringList());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(menu.findChildren<QAction*>().size(), menu.actions().size() + 1); // and the menu's own
+}
+
+void tst_CueMenu::itemsOfCuesThatStayAreKept_data() {
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<QStringList>("after");
+    QTest::addColumn<QList<int>>("kept");
+
+    const QStringList three{"1", "2", "3"};
+    QTest::newRow("the same") << three << three << QList<int>{0, 1, 2};
+    QTest::newRow("one more in front") << three << QStringList{"0", "1", "2", "3"} << QList<int>{-1, 0, 1, 2};
+    QTest::newRow("one more between")
+        << three << QStringList{"1", "1.5", "2", "3"} << QList<int>{0, -1, 1, 2};
+    QTest::newRow("one more behind") << three << QStringList{"1", "2", "3", "4"} << QList<int>{0, 1, 2, -1};
+    QTest::newRow("without the first") << three << QStringList{"2", "3"} << QList<int>{1, 2};
+    QTest::newRow("without the second") << three << QStringList{"1", "3"} << QList<int>{0, 2};
+    QTest::newRow("without the last") << three << QStringList{"1", "2"} << QList<int>{0, 1};
+    QTest::newRow("another in the place of one")
+        << three << QStringList{"1", "5", "3"} << QList<int>{0, -1, 2};
+    QTest::newRow("all others") << three << QStringList{"7", "8"} << QList<int>{-1, -1};
+    QTest::newRow("none any more") << three << QStringList() << QList<int>();
+    QTest::newRow("none before") << QStringList() << QStringList{"1"} << QList<int>{-1};
+    QTest::newRow("one twice") << QStringList{"1", "1"} << QStringList{"1", "1", "1"} << QList<int>{0, 1, -1};
+}
+
+void tst_CueMenu::itemsOfCuesThatStayAreKept() {
+    QFETCH(const QStringList, before);
+    QFETCH(const QStringList, after);
+    QFETCH(const QList<int>, kept);
+
+    CueMenu menu;
+    menu.setupCueMenu(before, {});
+    const QList<QAction*> itemsBefore = menu.actions().mid(9);
+    menu.setupCueMenu(after, {});
+    QCOMPARE(titles(menu).mid(9), after);
+    QList<int> found;
+    for (QAction* const item : menu.actions().mid(9)) {
+        found.append(static_cast<int>(itemsBefore.indexOf(item)));
+    }
+    QCOMPARE(found, kept);
 }
 
 void tst_CueMenu::anItemMayAskForTheRebuild() {
