@@ -67,6 +67,7 @@ void AppDelegate::connectWindow() {
 void AppDelegate::applicationDidFinishLaunching() {
     const std::optional<ShowSnapshot> recovered = recoveryFile_.takeUp();
     rig_.load(recovered);
+    cueCommands_.compactCues();
     for (const QString& name : rig_.configurationNames()) {
         _window.addConfiguration(name);
     }
@@ -141,6 +142,7 @@ void AppDelegate::loadConfiguration(const QString& name, int universeOffset) {
 }
 
 void AppDelegate::reloadSettings() {
+    cueCommands_.compactCues();
     _window.checkConfiguration(rig_.configName());
     fixtureTable_.detach();
     ControlView::reset();

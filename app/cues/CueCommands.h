@@ -15,6 +15,9 @@ public:
     /// Both have to outlive this object.
     CueCommands(Settings& settings, CueMenu& menu);
 
+    /// To be called when the settings have become another rig's: makes its cues quick to execute. The menu
+    /// stays.
+    void compactCues() { cues_.compact(); }
     /// Lists the cues as they are now.
     void setupCueMenu();
 

@@ -1,45 +1,30 @@
 #include "cues/CueStepper.h"
 
 #include "controls/DMXControl.h"
+#include "cues/CueRecords.h"
 #include "cues/CueStore.h"
 #include "cues/ModifierKeys.h"
-#include "plist/Reading.h"
 
-#include <QHash>
-#include <QVariantMap>
-
-namespace {
-
-// Where two records carry the same key, the later one wins.
-QHash<QString, QVariantMap> recordsByKey(const QVariantList& records) {
-    QHash<QString, QVariantMap> byKey;
-    byKey.reserve(records.size());
-    for (const QVariant& value : records) {
-        const QVariantMap record = mapValue(value);
-        byKey.insert(stringValue(record.value("key")), record);
-    }
-    return byKey;
-}
-
-} // namespace
+#include <algorithm>
 
 void CueStepper::setCurrCue(const std::optional<QString>& number) {
     currCue_ = number;
     emit currCueChanged();
 }
 
+// Records and controls stand in the same order and are walked side by side.
 void CueStepper::executeCue(const QVariant& entry) {
-    if (entry.typeId() != QMetaType::QVariantList) {
+    const std::optional<CueRecords> records = recordsByKey(entry);
+    if (!records) {
         return;
     }
-    const QHash<QString, QVariantMap> records = recordsByKey(entry.toList());
+    auto record = records->cbegin();
     for (const auto& [key, control] : DMXControl::controlsByName()) {
-        const auto record = records.find(key);
-        if (record == records.end()) {
-            control->setDefault();
+        record = std::find_if(record, records->cend(), [&](const CueRecord& r) { return r.key >= key; });
+        if (record != records->cend() && record->key == key) {
+            control->setDMXValue(record->value, record->time);
         } else {
-            control->setDMXValue(static_cast<std::uint32_t>(integerValue(record->value("value"))),
-                                 floatValue(record->value("time")));
+            control->setDefault();
         }
     }
 }
@@ -52,18 +37,16 @@ void CueStepper::choose(const QString& number) {
 }
 
 void CueStepper::next() {
-    const QStringList numbers = cues_.sortedCueList();
-    const qsizetype place = currCue_ ? numbers.indexOf(*currCue_) : numbers.size() - 1;
-    if (place >= 0) {
-        choose(numbers.at((place + 1) % numbers.size()));
-    }
+    chooseIfAny(currCue_ ? cues_.numberAfter(*currCue_) : cues_.firstNumber());
 }
 
 void CueStepper::previous() {
-    const QStringList numbers = cues_.sortedCueList();
-    const qsizetype place = currCue_ ? numbers.indexOf(*currCue_) : 0;
-    if (place >= 0 && !numbers.isEmpty()) {
-        choose(numbers.at((place + numbers.size() - 1) % numbers.size()));
+    chooseIfAny(currCue_ ? cues_.numberBefore(*currCue_) : cues_.lastNumber());
+}
+
+void CueStepper::chooseIfAny(const std::optional<QString>& number) {
+    if (number) {
+        choose(*number);
     }
 }
 

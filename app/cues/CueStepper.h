@@ -44,6 +44,8 @@ signals:
     void currCueChanged();
 
 private:
+    void chooseIfAny(const std::optional<QString>& number);
+
     CueStore& cues_;
     std::optional<QString> currCue_;
 };

@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <optional>
+
 class Settings;
 
 /// The cues of the present rig: numbered records of every control that is not at rest. They live in the
@@ -14,6 +16,13 @@ public:
 
     /// The cue numbers in ascending order.
     QStringList sortedCueList() const;
+    /// Nothing when there is no cue.
+    std::optional<QString> firstNumber() const;
+    std::optional<QString> lastNumber() const;
+    /// The number after, or before, one that is in the list; the last is followed by the first. Nothing for
+    /// one that is not.
+    std::optional<QString> numberAfter(const QString& number) const;
+    std::optional<QString> numberBefore(const QString& number) const;
     /// The list of records of a stored cue, the placeholder of one that was never stored, or nothing.
     QVariant entry(const QString& number) const;
 
@@ -22,6 +31,8 @@ public:
     /// Records every control that is away from its default or has a fade time, replacing the cue's data.
     void store(const QString& number);
     void remove(const QString& number);
+    /// Brings all cues into the form in which they take the least space and are executed fastest.
+    void compact();
 
 private:
     Settings& settings_;

@@ -181,6 +181,7 @@ std::optional<QVariant> readNode(plist_t node, Format format) {
 }
 
 Node newNode(const QVariant& value, int depth);
+Node newNodeOfOwnType(const QVariant& value, int depth);
 
 Node newArray(const QVariantList& values, int depth) {
     Node array(plist_new_array());
@@ -246,15 +247,20 @@ Node newNode(const QVariant& value, int depth) {
     case QMetaType::QStringList:
         return newContainer(value, depth);
     default:
-        break;
+        return newNodeOfOwnType(value, depth);
     }
+}
+
+Node newNodeOfOwnType(const QVariant& value, int depth) {
     if (value.typeId() == qMetaTypeId<PropertyListDate>()) {
         return parsed(binaryListOf(value.value<PropertyListDate>()));
     }
     if (value.typeId() == qMetaTypeId<PropertyListUid>()) {
         return Node(plist_new_uid(value.value<PropertyListUid>().value));
     }
-    return nullptr;
+    const bool standsForArray =
+        QMetaType::hasRegisteredConverterFunction(value.metaType(), QMetaType::fromType<QVariantList>());
+    return standsForArray ? newContainer(value, depth) : nullptr;
 }
 
 QByteArray writePropertyList(const QVariant& value, Format format) {

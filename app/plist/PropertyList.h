@@ -17,7 +17,8 @@
 /// when the gatekeeper refuses it or when it is damaged.
 std::optional<QVariant> readPropertyList(const QByteArray& bytes, std::size_t maxBytes);
 
-/// Writes a list. The other integer types, float and QStringList are taken too. Empty when any value within
+/// Writes a list. The other integer types, float and QStringList are taken too, and whatever has registered a
+/// conversion to QVariantList. Empty when any value within
 /// has no property-list type (an integer above 2^63 - 1 has none) or the nesting is deeper than what is read.
 /// What no list can carry is replaced in texts: U+0000 by U+FFFD, half of a surrogate pair by a question
 /// mark.

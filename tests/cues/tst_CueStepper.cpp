@@ -4,6 +4,7 @@
 #include "cues/CueStore.h"
 #include "cues/ModifierKeys.h"
 #include "settings/Settings.h"
+#include "support/AsWritten.h"
 #include "support/TestClock.h"
 #include "support/TestRig.h"
 
@@ -353,8 +354,8 @@ void tst_CueStepper::storingRecordsIntoTheCurrentCue() {
     const QSignalSpy told(stepper_.get(), &CueStepper::currCueChanged);
     spot_->setValue(20);
     stepper_->storeCue();
-    QCOMPARE(settings_.cues(),
-             (QVariantMap{{"1", QVariantList{record("Spot.Dimmer", 20LL)}}, {"2", QVariantList()}}));
+    const QVariantMap expected{{"1", QVariantList{record("Spot.Dimmer", 20LL)}}, {"2", QVariantList()}};
+    QCOMPARE(asWritten(settings_.cues()), QVariant(expected));
     QCOMPARE(stepper_->currCue(), Number("1"));
     QCOMPARE(told.size(), 0);
 }

@@ -2,6 +2,7 @@
 
 #include "controls/DMXControl.h"
 #include "settings/Settings.h"
+#include "support/AsWritten.h"
 #include "support/TestRig.h"
 
 #include <QTest>
@@ -9,6 +10,8 @@
 #include <limits>
 
 namespace {
+
+using Number = std::optional<QString>;
 
 QVariantMap record(const QString& key, qlonglong value, double time) {
     return {{"key", key}, {"value", value}, {"time", time}};
@@ -28,6 +31,10 @@ private slots:
     void cleanup() { rig_.reset(); }
 
     void cueNumbersAreSorted();
+    void theFirstAndTheLastNumber_data();
+    void theFirstAndTheLastNumber();
+    void theNumbersAroundAnother_data();
+    void theNumbersAroundAnother();
     void cueNumbersStayAsTyped();
     void withoutACueTableTheListIsEmpty_data();
     void withoutACueTableTheListIsEmpty();
@@ -47,6 +54,7 @@ private slots:
     void storingWithoutACueTableGoesNowhere();
     void recordsHaveTheTypesOfTheirNumbers();
     void aRemovedCueIsGone();
+    void compactingLeavesWhatIsWritten();
 
 private:
     std::unique_ptr<TestRig> rig_;
@@ -56,6 +64,54 @@ void tst_CueStore::cueNumbersAreSorted() {
     Settings settings =
         settingsWithCues({{"10", ""}, {"9", ""}, {"1.10", ""}, {"1.2", ""}, {"1", QVariantList()}});
     QCOMPARE(CueStore(settings).sortedCueList(), (QStringList{"1", "1.2", "1.10", "9", "10"}));
+}
+
+void tst_CueStore::theFirstAndTheLastNumber_data() {
+    QTest::addColumn<QVariantMap>("cues");
+    QTest::addColumn<Number>("first");
+    QTest::addColumn<Number>("last");
+
+    QTest::newRow("no cue") << QVariantMap() << Number() << Number();
+    QTest::newRow("one") << QVariantMap{{"7", ""}} << Number("7") << Number("7");
+    QTest::newRow("several") << QVariantMap{{"9", ""}, {"10", ""}, {"1.10", ""}, {"1.2", ""}} << Number("1.2")
+                             << Number("10");
+}
+
+void tst_CueStore::theFirstAndTheLastNumber() {
+    QFETCH(const QVariantMap, cues);
+    QFETCH(const Number, first);
+    QFETCH(const Number, last);
+
+    Settings settings = settingsWithCues(cues);
+    QCOMPARE(CueStore(settings).firstNumber(), first);
+    QCOMPARE(CueStore(settings).lastNumber(), last);
+}
+
+void tst_CueStore::theNumbersAroundAnother_data() {
+    QTest::addColumn<QVariantMap>("cues");
+    QTest::addColumn<QString>("number");
+    QTest::addColumn<Number>("before");
+    QTest::addColumn<Number>("after");
+
+    const QVariantMap four{{"9", ""}, {"10", ""}, {"1.10", ""}, {"1.2", ""}};
+    QTest::newRow("the first") << four << "1.2" << Number("10") << Number("1.10");
+    QTest::newRow("the second") << four << "1.10" << Number("1.2") << Number("9");
+    QTest::newRow("the third") << four << "9" << Number("1.10") << Number("10");
+    QTest::newRow("the last") << four << "10" << Number("9") << Number("1.2");
+    QTest::newRow("one that is not there") << four << "2" << Number() << Number();
+    QTest::newRow("the only one") << QVariantMap{{"7", ""}} << "7" << Number("7") << Number("7");
+    QTest::newRow("without cues") << QVariantMap() << "7" << Number() << Number();
+}
+
+void tst_CueStore::theNumbersAroundAnother() {
+    QFETCH(const QVariantMap, cues);
+    QFETCH(const QString, number);
+    QFETCH(const Number, before);
+    QFETCH(const Number, after);
+
+    Settings settings = settingsWithCues(cues);
+    QCOMPARE(CueStore(settings).numberBefore(number), before);
+    QCOMPARE(CueStore(settings).numberAfter(number), after);
 }
 
 void tst_CueStore::cueNumbersStayAsTyped() {
@@ -125,7 +181,7 @@ void tst_CueStore::withEveryControlAtRestAnEmptyListIsStored() {
     rig_->add(placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan", 128)}));
     Settings settings = settingsWithCues({{"1", "cue data goes here"}});
     CueStore(settings).store("1");
-    QCOMPARE(settings.cues(), (QVariantMap{{"1", QVariantList()}}));
+    QCOMPARE(asWritten(settings.cues()), QVariant(QVariantMap{{"1", QVariantList()}}));
 }
 
 void tst_CueStore::controlsAwayFromTheirDefaultsAreStored() {
@@ -187,8 +243,8 @@ void tst_CueStore::storingAgainKeepsOnlyTheSecond() {
     controlNamed("Spot.Dimmer").setValue(0);
     controlNamed("Spot.Pan").setValue(2);
     CueStore(settings).store("1");
-    QCOMPARE(settings.cues(),
-             (QVariantMap{{"1", QVariantList{record("Spot.Pan", 2, 0)}}, {"2", QVariantList()}}));
+    const QVariantMap expected{{"1", QVariantList{record("Spot.Pan", 2, 0)}}, {"2", QVariantList()}};
+    QCOMPARE(asWritten(settings.cues()), QVariant(expected));
 }
 
 void tst_CueStore::storingWithoutACueTableGoesNowhere() {
@@ -216,6 +272,19 @@ void tst_CueStore::aRemovedCueIsGone() {
     cues.remove("1");
     cues.remove("no such cue");
     QCOMPARE(cues.sortedCueList(), QStringList{"2"});
+}
+
+void tst_CueStore::compactingLeavesWhatIsWritten() {
+    const QVariantMap cues{{"1", QVariantList{record("Spot.Dimmer", 200, 2.5), record("Spot.Dimmer", 1, 0)}},
+                           {"2", "cue data goes here"},
+                           {"3", QVariantList{QVariantMap{{"key", "Spot.Dimmer"}, {"value", "12"}}}},
+                           {"4", QVariantList()}};
+    Settings settings = settingsWithCues(cues);
+    CueStore(settings).compact();
+    QCOMPARE(asWritten(settings.cues()), QVariant(cues));
+    Settings none;
+    CueStore(none).compact();
+    QVERIFY(!none.dictionary());
 }
 
 QTEST_MAIN(tst_CueStore)

@@ -35,7 +35,14 @@ QVariant nestedArrays(int depth) {
     return value;
 }
 
+struct Steps {
+    int from = 0;
+    int to = 0;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Steps)
 
 class tst_PropertyList : public QObject {
     Q_OBJECT
@@ -50,6 +57,7 @@ private slots:
     void otherNumberTypesAreWrittenAsTheirWidest();
     void whatHasNoPropertyListTypeMakesTheResultEmpty_data();
     void whatHasNoPropertyListTypeMakesTheResultEmpty();
+    void aTypeThatConvertsToAListIsWrittenAsOne();
     void whatNoTextCanCarryIsReplaced();
     void xmlIsReadFromItsBytes_data();
     void xmlIsReadFromItsBytes();
@@ -188,6 +196,16 @@ void tst_PropertyList::whatHasNoPropertyListTypeMakesTheResultEmpty() {
     QFETCH(const QVariant, value);
     QVERIFY(writeXmlPropertyList(value).isEmpty());
     QVERIFY(writeBinaryPropertyList(value).isEmpty());
+}
+
+void tst_PropertyList::aTypeThatConvertsToAListIsWrittenAsOne() {
+    QMetaType::registerConverter<Steps, QVariantList>([](const Steps& steps) {
+        return QVariantList{qlonglong{steps.from}, qlonglong{steps.to}};
+    });
+    const QVariant value = QVariantMap{{"steps", QVariant::fromValue(Steps{2, 5})}};
+    const QVariant expected = QVariantMap{{"steps", QVariantList{2LL, 5LL}}};
+    QCOMPARE(readPropertyList(writeXmlPropertyList(value), limit), std::optional(expected));
+    QCOMPARE(readPropertyList(writeBinaryPropertyList(value), limit), std::optional(expected));
 }
 
 void tst_PropertyList::whatNoTextCanCarryIsReplaced() {
