@@ -1,11 +1,8 @@
 #include "plist/DictionaryFile.h"
 
 #include "plist/Gatekeeper.h"
-#include "plist/MoveAside.h"
 #include "plist/PropertyList.h"
 #include "plist/WholeFile.h"
-
-#include <QFileInfo>
 
 std::optional<QVariantMap> DictionaryFile::read() const {
     const std::optional<QByteArray> bytes = readWholeFile(path_, largestPropertyListFile);
@@ -17,12 +14,6 @@ std::optional<QVariantMap> DictionaryFile::read() const {
 
 bool DictionaryFile::write(const QVariantMap& dictionary) const {
     const QByteArray bytes = writeXmlPropertyList(dictionary);
-    return passesGatekeeper(bytes) && moveUnreadableAside() &&
-           writeWholeFile(path_, bytes, OldFile::KeptAsPrevious);
-}
-
-// False when such a file could not be moved. What is no file at all is left to the writer to refuse.
-bool DictionaryFile::moveUnreadableAside() const {
-    const QString file = followLinks(path_);
-    return !QFileInfo(file).isFile() || read() || moveAside(file, "unreadable");
+    return passesGatekeeper(bytes) &&
+           writeWholeFile(path_, bytes, read() ? OldFile::KeptAsPrevious : OldFile::KeptUnderADate);
 }

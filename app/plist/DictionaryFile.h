@@ -16,14 +16,11 @@ public:
     std::optional<QVariantMap> read() const;
 
     /// Writes the dictionary as XML, whole or not at all; the file that stood there before is kept as
-    /// "<name>.previous". A file that stands there and cannot be read is not
-    /// written over: it is first renamed to "<name>.unreadable-YYYYMMDD-HHMMSS", local time, with a counter
-    /// behind it if that name is taken. False when nothing was written; so too when a value has no
+    /// "<name>.previous", one that cannot be read as "<name>.unreadable-YYYYMMDD-HHMMSS", local time, with a
+    /// counter behind it if that name is taken. False when nothing was written; so too when a value has no
     /// property-list type or the result would be too large or too deep to be read again.
     bool write(const QVariantMap& dictionary) const;
 
 private:
-    bool moveUnreadableAside() const;
-
     QString path_;
 };

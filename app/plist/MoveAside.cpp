@@ -4,12 +4,16 @@
 #include <QFile>
 #include <QFileInfo>
 
-bool moveAside(const QString& file, const QString& mark) {
+QString nameAside(const QString& file, const QString& mark) {
     const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     const QString aside = file + u'.' + mark + u'-' + stamp;
     QString name = aside;
     for (int counter = 2; QFileInfo::exists(name); ++counter) {
         name = aside + u'-' + QString::number(counter);
     }
-    return QFile::rename(file, name);
+    return name;
+}
+
+bool moveAside(const QString& file, const QString& mark) {
+    return QFile::rename(file, nameAside(file, mark));
 }

@@ -2,6 +2,9 @@
 
 #include <QString>
 
-/// Renames a file to "<name>.<mark>-YYYYMMDD-HHMMSS", local time, with a counter behind it if that name is
-/// taken. False when it stays where it is.
+/// A name to keep a file under: "<name>.<mark>-YYYYMMDD-HHMMSS", local time, with a counter behind it if that
+/// name is taken.
+QString nameAside(const QString& file, const QString& mark);
+
+/// Renames a file to such a name. False when it stays where it is.
 bool moveAside(const QString& file, const QString& mark);

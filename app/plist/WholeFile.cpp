@@ -1,5 +1,7 @@
 #include "plist/WholeFile.h"
 
+#include "plist/MoveAside.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -28,17 +30,28 @@ constexpr QLatin1StringView unfinished(".unfinished-");
 
 // Calls again what a signal interrupted.
 template <typename Call>
-bool succeeds(Call call) {
+int uninterrupted(Call call) {
     int result = call();
-    while (result != 0 && errno == EINTR) {
+    while (result < 0 && errno == EINTR) {
         result = call();
     }
-    return result == 0;
+    return result;
+}
+
+template <typename Call>
+bool succeeds(Call call) {
+    return uninterrupted(call) == 0;
+}
+
+int openUninterrupted(const QString& path, int flags) {
+    const QByteArray name = QFile::encodeName(path);
+    return uninterrupted([&] { return open(name.constData(), flags | O_CLOEXEC); });
 }
 
 bool keepPermissions(const QByteArray& oldFile, int newFile) {
     struct stat status {};
-    return stat(oldFile.constData(), &status) != 0 || fchmod(newFile, status.st_mode & 07777U) == 0;
+    return stat(oldFile.constData(), &status) != 0 ||
+           succeeds([&] { return fchmod(newFile, status.st_mode & 07777U); });
 }
 
 // The old file gets a second name, put in place in one step like the new file itself, so that a full disk is
@@ -47,18 +60,34 @@ void keepAsPrevious(const QByteArray& file) {
     const QByteArray previous = file + ".previous";
     const QByteArray fresh = file + QByteArray(unfinished.data()) + "previous";
     unlink(fresh.constData());
-    if (link(file.constData(), fresh.constData()) == 0) {
-        std::rename(fresh.constData(), previous.constData());
+    if (succeeds([&] { return link(file.constData(), fresh.constData()); })) {
+        succeeds([&] { return std::rename(fresh.constData(), previous.constData()); });
         unlink(fresh.constData()); // still there where both names meant one file already
     }
+}
+
+// By a second name too, so that the path is never without a file: whoever could not read the old one may have
+// been short of descriptors or memory for a moment only.
+bool keepUnderADate(const QByteArray& file) {
+    const QString path = QFile::decodeName(file);
+    const QByteArray aside = QFile::encodeName(nameAside(path, "unreadable"));
+    return succeeds([&] { return link(file.constData(), aside.constData()); }) ||
+           moveAside(path, "unreadable");
+}
+
+bool keepOldFile(const QByteArray& file, OldFile oldFile) {
+    if (oldFile == OldFile::KeptAsPrevious) {
+        keepAsPrevious(file);
+    }
+    return oldFile != OldFile::KeptUnderADate || keepUnderADate(file);
 }
 
 // The rename lasts only once the folder is on the disk too. Some file systems cannot sync a folder; the file
 // is whole even then.
 void syncFolder(const QString& folder) {
-    const int descriptor = open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int descriptor = openUninterrupted(folder, O_RDONLY | O_DIRECTORY);
     if (descriptor >= 0) {
-        fsync(descriptor);
+        succeeds([&] { return fsync(descriptor); });
         close(descriptor);
     }
 }
@@ -74,8 +103,7 @@ QString followLinks(const QString& path) {
 }
 
 std::optional<QByteArray> readWholeFile(const QString& path, qint64 maxBytes) {
-    const int descriptor =
-        open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    const int descriptor = openUninterrupted(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (descriptor < 0) {
         return std::nullopt;
     }
@@ -106,11 +134,9 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes, OldFile oldFil
         !file.flush() || !succeeds([&] { return fsync(file.handle()); })) {
         return false;
     }
-    const QByteArray newName = QFile::encodeName(file.fileName());
-    if (oldFile == OldFile::KeptAsPrevious) {
-        keepAsPrevious(name);
-    }
-    if (!succeeds([&] { return std::rename(newName.constData(), name.constData()); })) {
+    const QByteArray newName = QFile::encodeName(file.fileName()); // empty if it could not be given one
+    if (newName.isEmpty() || (target.exists() && !keepOldFile(name, oldFile)) ||
+        !succeeds([&] { return std::rename(newName.constData(), name.constData()); })) {
         return false;
     }
     file.setAutoRemove(false);

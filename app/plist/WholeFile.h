@@ -13,6 +13,8 @@ std::optional<QByteArray> readWholeFile(const QString& path, qint64 maxBytes);
 enum class OldFile {
     Replaced,
     KeptAsPrevious, ///< under its name with ".previous" behind it, where the file system can link
+    KeptUnderADate, ///< under the name that nameAside() gives it with the mark "unreadable", or nothing is
+                    ///< written
 };
 
 /// Puts these bytes in the place of the file, whole or not at all: whatever happens, the path holds either

@@ -71,6 +71,7 @@ private slots:
     void theOldFileIsKeptAsPreviousWhenThatIsAskedFor();
     void aFullDiskLeavesThePreviousFileToo();
     void onlyTheLastGenerationIsKept();
+    void aFileToBeKeptUnderADateStaysInItsPlaceUntilTheNewOneIsWhole();
     void whatAKilledProgramLeftIsTakenAway();
 
 private:
@@ -245,6 +246,19 @@ void tst_WholeFile::onlyTheLastGenerationIsKept() {
     QVERIFY(writeWholeFile(at("file"), "new", OldFile::KeptAsPrevious));
     QCOMPARE(contentOf(at("file.previous")), QByteArray("old"));
     QCOMPARE(entriesOf(folder_->path()), (QStringList{"file", "file.previous"}));
+}
+
+void tst_WholeFile::aFileToBeKeptUnderADateStaysInItsPlaceUntilTheNewOneIsWhole() {
+    put(at("file"), "old");
+    QVERIFY(!succeedsWithRoomFor(1, at("file"), "new", OldFile::KeptUnderADate));
+    QCOMPARE(contentOf(at("file")), QByteArray("old"));
+    QCOMPARE(entriesOf(folder_->path()), QStringList{"file"});
+    QVERIFY(writeWholeFile(at("file"), "new", OldFile::KeptUnderADate));
+    QCOMPARE(contentOf(at("file")), QByteArray("new"));
+    const QStringList entries = entriesOf(folder_->path());
+    QCOMPARE(entries.size(), 2);
+    QVERIFY(entries.constLast().startsWith("file.unreadable-"));
+    QCOMPARE(contentOf(at(entries.constLast())), QByteArray("old"));
 }
 
 void tst_WholeFile::whatAKilledProgramLeftIsTakenAway() {
