@@ -3,6 +3,7 @@
 #include <QString>
 #include <QVariantMap>
 
+#include <cstddef>
 #include <optional>
 
 /// A property-list file whose root is a dictionary, at most 16 MiB.
@@ -22,5 +23,10 @@ public:
     bool write(const QVariantMap& dictionary) const;
 
 private:
+    bool isReadable() const;
+
     QString path_;
+    /// A hash of the bytes that were last read or written: a large file takes long to be read again only to
+    /// learn that it can be.
+    mutable std::optional<std::size_t> readableContent_;
 };

@@ -42,6 +42,7 @@ private slots:
     void anUnreadableFileIsMovedAsideBeforeItIsWrittenOver_data();
     void anUnreadableFileIsMovedAsideBeforeItIsWrittenOver();
     void unreadableFilesOfOneSecondAreAllKept();
+    void aFileThatWasReadAndThenDamagedIsMovedAside();
     void aReadableFileIsReplacedAndKeptAsPrevious();
     void theFileBehindALinkIsMovedAside();
     void whatCannotBeReadAgainIsNotWritten_data();
@@ -128,6 +129,17 @@ void tst_DictionaryFile::unreadableFilesOfOneSecondAreAllKept() {
     }
     std::sort(kept.begin(), kept.end());
     QCOMPARE(kept, (QByteArrayList{"one", "three", "two"}));
+}
+
+void tst_DictionaryFile::aFileThatWasReadAndThenDamagedIsMovedAside() {
+    put(at("file.plist"), writeXmlPropertyList(QVariantMap{{"old", true}}));
+    const DictionaryFile file(at("file.plist"));
+    QVERIFY(file.read());
+    put(at("file.plist"), "damaged");
+    QVERIFY(file.write(rig));
+    QCOMPARE(file.read(), std::optional(rig));
+    QCOMPARE(entries().size(), 2);
+    QCOMPARE(contentOf(at(entries().constLast())), QByteArray("damaged"));
 }
 
 void tst_DictionaryFile::aReadableFileIsReplacedAndKeptAsPrevious() {
