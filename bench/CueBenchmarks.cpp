@@ -1,12 +1,8 @@
 #include "BenchRig.h"
 #include "controls/DMXControl.h"
-#include "cues/CueMenu.h"
 #include "cues/CueStepper.h"
 #include "cues/CueStore.h"
 #include "settings/Settings.h"
-#include "settings/SettingsFile.h"
-
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -63,61 +59,19 @@ void nextCue(benchmark::State& state) {
     }
 }
 
-// Ten thousand cues of ten controls each.
-QVariantMap manyCues() {
-    QVariantList records;
-    for (int i = 0; i < 10; ++i) {
-        records.append(
-            QVariantMap{{"key", QString("Par %1.Red").arg(i)}, {"value", qlonglong{200}}, {"time", 2.5}});
-    }
-    QVariantMap cues;
-    for (int i = 0; i < 10'000; ++i) {
-        cues.insert(QString("%1.%2").arg(i % 1000).arg(i / 1000), records);
-    }
-    return {{"views", QVariantList()}, {"cues", cues}};
-}
-
-void sortManyCues(benchmark::State& state) {
-    Settings settings(manyCues());
-    const CueStore store(settings);
+// A control's place in the registry, its key and its level: every cue command has to go there.
+void floorWalk(benchmark::State& state) {
+    rigOf(fullRig);
     while (state.KeepRunning()) {
-        benchmark::DoNotOptimize(store.sortedCueList());
+        for (const auto& [key, control] : DMXControl::controlsByName()) {
+            benchmark::DoNotOptimize(key.size() + control->value());
+        }
     }
 }
 
-void listManyCuesInTheMenu(benchmark::State& state) {
-    Settings settings(manyCues());
-    const CueStore store(settings);
-    CueMenu menu;
-    while (state.KeepRunning()) {
-        menu.setupCueMenu(store.sortedCueList(), {});
-    }
-}
-
-void writeManyCues(benchmark::State& state) {
-    const QTemporaryDir folder;
-    const SettingsFile file(folder.filePath("settings.plist"));
-    const QVariantMap settings = manyCues();
-    while (state.KeepRunning()) {
-        file.write(settings);
-    }
-}
-
-void readManyCues(benchmark::State& state) {
-    const QTemporaryDir folder;
-    const SettingsFile file(folder.filePath("settings.plist"));
-    file.write(manyCues());
-    while (state.KeepRunning()) {
-        benchmark::DoNotOptimize(file.read());
-    }
-}
-
+BENCHMARK(floorWalk)->Unit(benchmark::kMillisecond);
 BENCHMARK(executeCue)->Unit(benchmark::kMillisecond);
 BENCHMARK(storeCue)->Unit(benchmark::kMillisecond);
 BENCHMARK(nextCue)->Unit(benchmark::kMillisecond);
-BENCHMARK(sortManyCues)->Unit(benchmark::kMillisecond);
-BENCHMARK(listManyCuesInTheMenu)->Unit(benchmark::kMillisecond);
-BENCHMARK(writeManyCues)->Unit(benchmark::kMillisecond);
-BENCHMARK(readManyCues)->Unit(benchmark::kMillisecond);
 
 } // namespace
