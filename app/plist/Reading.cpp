@@ -18,12 +18,12 @@ bool isSign(QChar c) {
 }
 
 QStringView withoutLeadingSpace(QStringView text) {
-    const auto* const first = std::find_if_not(text.begin(), text.end(), [](QChar c) { return c.isSpace(); });
+    const auto* const first = std::ranges::find_if_not(text, [](QChar c) { return c.isSpace(); });
     return text.sliced(first - text.begin());
 }
 
 qsizetype countDigits(QStringView text) {
-    return std::find_if_not(text.begin(), text.end(), isDigit) - text.begin();
+    return std::ranges::find_if_not(text, isDigit) - text.begin();
 }
 
 // How many characters an exponent takes up, such as "e-3"; 0 when it is incomplete.

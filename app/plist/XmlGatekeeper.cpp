@@ -22,7 +22,7 @@ bool isText(QByteArrayView name) {
 
 bool isLeaf(QByteArrayView name) {
     static constexpr std::array names{"string", "key", "integer", "real", "true", "false", "date", "data"};
-    return std::any_of(names.begin(), names.end(), [name](const char* leaf) { return name == leaf; });
+    return std::ranges::any_of(names, [name](const char* leaf) { return name == leaf; });
 }
 
 /// Reads the document from front to back as the parser will. Where parsers differ in where something ends
@@ -187,7 +187,7 @@ bool XmlScanner::leafContent(QByteArrayView name) {
 }
 
 void XmlScanner::skipSpace() {
-    const auto* const first = std::find_if_not(rest_.begin(), rest_.end(), isSpace);
+    const auto* const first = std::ranges::find_if_not(rest_, isSpace);
     rest_ = rest_.sliced(first - rest_.begin());
 }
 
@@ -224,8 +224,7 @@ std::optional<QByteArrayView> XmlScanner::takeUpTo(QByteArrayView end) {
 // As above, for what may hold quoted text: no `end` within quotes, no markup, no internal subset.
 bool XmlScanner::takeQuotedUpTo(QByteArrayView end) {
     const std::optional<QByteArrayView> text = takeUpTo(end);
-    return text && std::count(text->begin(), text->end(), '"') % 2 == 0 && !text->contains('<') &&
-           !text->contains('[');
+    return text && std::ranges::count(*text, '"') % 2 == 0 && !text->contains('<') && !text->contains('[');
 }
 
 } // namespace
