@@ -1,6 +1,7 @@
 #include "cues/CueMenu.h"
 
-#include "cues/MenuText.h"
+#include "widgets/ScrollingMenu.h"
+#include "widgets/ShownText.h"
 
 #include <QKeyEvent>
 
@@ -20,8 +21,7 @@ QString titleOf(const QAction* item) {
 
 CueMenu::CueMenu(QWidget* parent) : QMenu(noCueTitle, parent) {
     setToolTipsVisible(true);
-    // Thousands of cues stand in one column that scrolls, not in columns beyond the screen.
-    setStyleSheet("QMenu { menu-scrollable: 1; }");
+    scrollInOneColumn(*this);
 }
 
 void CueMenu::setupCueMenu(const QStringList& numbers, const std::optional<QString>& currCue) {

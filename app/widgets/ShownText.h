@@ -2,14 +2,10 @@
 
 #include <QString>
 
-/// The operator's own names may be of any length; what is longer than any screen is wide is cut.
-inline QString shownName(const QString& name) {
-    constexpr qsizetype longest = 200;
-    return name.size() > longest ? name.left(longest) + u'…' : name;
-}
+/// A name as windows show it: the operator's own may be of any length, and what is longer than any screen is
+/// wide is cut.
+QString shownName(const QString& name);
 
-/// A menu takes "&" for the mark of a mnemonic and a tab for the border of the shortcuts; a name may hold
-/// either.
-inline QString menuText(const QString& name) {
-    return shownName(name).replace('&', "&&").replace('\t', ' ');
-}
+/// A name as the text of a menu item, which takes "&" for the mark of a mnemonic and a tab for the border of
+/// the shortcuts; a name may hold either.
+QString menuText(const QString& name);

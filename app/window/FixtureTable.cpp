@@ -1,9 +1,9 @@
 #include "window/FixtureTable.h"
 
-#include "cues/MenuText.h"
 #include "fixtures/ControlView.h"
 #include "plist/Reading.h"
 #include "settings/Settings.h"
+#include "widgets/ShownText.h"
 
 #include <array>
 

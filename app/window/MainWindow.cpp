@@ -1,9 +1,10 @@
 #include "window/MainWindow.h"
 
-#include "cues/MenuText.h"
 #include "fixtures/ScreenPlace.h"
 #include "fixtures/WindowPlaces.h"
 #include "ui_MainWindow.h"
+#include "widgets/ScrollingMenu.h"
+#include "widgets/ShownText.h"
 #include "window/RecoveryNotice.h"
 
 #include <QApplication>
@@ -28,6 +29,8 @@ MainWindow::MainWindow(WindowPlaces& places) : ui_(std::make_unique<Ui::MainWind
     // A text field keeps its editing keys, those of Next Cue and Clear among them, but only once it is gone
     // to.
     ui_->content->setFocus();
+    scrollInOneColumn(*ui_->configMenu);
+    scrollInOneColumn(*ui_->windowMenu);
     connect(ui_->quitAction, &QAction::triggered, this, &MainWindow::quitChosen);
     connect(ui_->copyAction, &QAction::triggered, this, [] { sendToFocus("copy"); });
     connect(ui_->pasteAction, &QAction::triggered, this, [] { sendToFocus("paste"); });

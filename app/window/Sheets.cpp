@@ -1,6 +1,6 @@
 #include "window/Sheets.h"
 
-#include "cues/MenuText.h"
+#include "widgets/ShownText.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>

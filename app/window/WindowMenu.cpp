@@ -1,6 +1,6 @@
 #include "window/WindowMenu.h"
 
-#include "cues/MenuText.h"
+#include "widgets/ShownText.h"
 #include "window/OrderFront.h"
 
 #include <algorithm>
