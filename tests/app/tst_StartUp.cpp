@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr std::uint8_t OwnAddress = 71;
-const char* const ownAddress = "127.0.0.71";
+constexpr std::uint8_t OwnAddress = 76;
+const char* const ownAddress = "127.0.0.76";
 
 QVariantMap rigOf(const QVariantList& views) {
     return {{"views", views}};
@@ -355,17 +355,17 @@ void tst_StartUp::aTypedAddressIsAppliedOrUndone() {
     TestConsole& console = start();
     AddressField& field = console.window().addressField();
     QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(&field, " 127.0.0.072 ");
+    QTest::keyClicks(&field, " 127.0.0.077 ");
     QTest::keyClick(&field, Qt::Key_Return);
-    QCOMPARE(field.text(), QString("127.0.0.72"));
+    QCOMPARE(field.text(), QString("127.0.0.77"));
     for (const char* refused : {"256.1.1.1", "1.2.3", "-1.2.3.4", " ", "127.0.0.one"}) {
         QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(&field, refused);
         QTest::keyClick(&field, Qt::Key_Return);
-        QCOMPARE(field.text(), QString("127.0.0.72"));
+        QCOMPARE(field.text(), QString("127.0.0.77"));
     }
     console.quit();
-    QCOMPARE(home_->userDefaults().value("tx_address"), QVariant("127.0.0.72"));
+    QCOMPARE(home_->userDefaults().value("tx_address"), QVariant("127.0.0.77"));
 }
 
 void tst_StartUp::theFirstTickSendsTheRestoredLevelsToTheStoredAddress() {
