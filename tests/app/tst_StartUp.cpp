@@ -1,9 +1,11 @@
 #include "TestConsole.h"
 
+#include "artnet/DMX_Universe.h"
 #include "controls/DMXControl.h"
 #include "fixtures/ControlView.h"
 #include "support/DatagramListener.h"
 #include "support/StandardOutput.h"
+#include "support/TestClock.h"
 #include "support/TestRig.h"
 #include "window/AddressField.h"
 #include "window/WindowMenu.h"
@@ -16,6 +18,7 @@
 namespace {
 
 constexpr std::uint8_t OwnAddress = 76;
+constexpr std::uint64_t Second = 1'000'000'000;
 const char* const ownAddress = "127.0.0.76";
 
 QVariantMap rigOf(const QVariantList& views) {
@@ -77,6 +80,7 @@ private slots:
     void aTypedAddressIsAppliedOrUndone();
     void theFirstTickSendsTheRestoredLevelsToTheStoredAddress();
     void withoutFixturesNoDatagramIsSent();
+    void aUniverseWithoutFixturesIsNotSent();
     void theTableShowsTheFixtures();
     void theCueMenuListsTheCues();
     void theWindowMenuNumbersTheWindows();
@@ -391,6 +395,25 @@ void tst_StartUp::withoutFixturesNoDatagramIsSent() {
         console.tick();
     }
     QCOMPARE(listener.takeArrived().size(), 0);
+}
+
+void tst_StartUp::aUniverseWithoutFixturesIsNotSent() {
+    DatagramListener listener(OwnAddress);
+    QVERIFY(listener.isListening());
+    home_->writeSettings(rigOf({}));
+    home_->writeUserDefaults({{"tx_address", ownAddress}});
+    TestConsole& console = start();
+    TestClock clock(1000 * Second);
+    DMX_Universe& universe = DMX_Universe::getUniverse(3);
+    universe.setNeedsTX(true);
+    for (int ticks = 0; ticks < 5; ++ticks) {
+        clock.advance(Second);
+        console.tick();
+    }
+    QCOMPARE(listener.takeArrived().size(), 0);
+    universe.setActive(true); // as a fixture would have
+    console.tick();
+    QCOMPARE(listener.waitFor(1).size(), 1);
 }
 
 void tst_StartUp::theTableShowsTheFixtures() {
