@@ -20,6 +20,7 @@ namespace {
 
 constexpr std::uint8_t OwnAddress = 75;
 constexpr std::uint64_t Second = 1'000'000'000;
+constexpr std::uint64_t Tick = 33'300'000;
 
 bool gOptionHeld = false;
 
@@ -64,6 +65,7 @@ private slots:
 
     void aSecondQuestionIsNotAskedAtTheSameTime();
     void twoFixturesInOneUniverseShareADatagram();
+    void unchangedLevelsGiveADatagramPerSecond();
 
 private:
     void activate(QWidget& window) {
@@ -128,6 +130,7 @@ void tst_Operating::aNewCueWithoutANumberIsNone() {
     console_->newCue("");
     QCOMPARE(console_->cues(), (QStringList{"1", "2 *", "10"}));
     QCOMPARE(title(), QString("Cue: 2"));
+    QCOMPARE(storedCues().keys(), (QStringList{"1", "10", "2"}));
 }
 
 void tst_Operating::aCancelledNewCueIsNone() {
@@ -136,6 +139,7 @@ void tst_Operating::aCancelledNewCueIsNone() {
     QTest::keyClick(console_->sheet(), Qt::Key_Escape);
     QCOMPARE(console_->cues(), (QStringList{"1", "2", "10"}));
     QCOMPARE(title(), QString("Cues"));
+    QCOMPARE(storedCues().keys(), (QStringList{"1", "10", "2"}));
 }
 
 void tst_Operating::aNewCueReplacesAStoredOne() {
@@ -213,6 +217,8 @@ void tst_Operating::nextAndPreviousGoRound() {
 void tst_Operating::withOptionHeldACueIsOnlySelected() {
     controlNamed("Spot.Dimmer").setValue(30);
     controlNamed("Spot.Dimmer").setTime(4);
+    controlNamed("Wash.Dimmer").setValue(90);
+    controlNamed("Wash.Dimmer").setTime(5);
     gOptionHeld = true;
     console_->chooseCueItem("2");
     QCOMPARE(title(), QString("Cue: 2"));
@@ -221,6 +227,8 @@ void tst_Operating::withOptionHeldACueIsOnlySelected() {
     QCOMPARE(console_->cues(), (QStringList{"1 *", "2", "10"}));
     QCOMPARE(controlNamed("Spot.Dimmer").value(), 30U);
     QCOMPARE(controlNamed("Spot.Dimmer").time(), 4.0F);
+    QCOMPARE(controlNamed("Wash.Dimmer").value(), 90U);
+    QCOMPARE(controlNamed("Wash.Dimmer").time(), 5.0F);
 }
 
 void tst_Operating::storingKeepsMenuMarkAndTitle() {
@@ -389,6 +397,28 @@ void tst_Operating::twoFixturesInOneUniverseShareADatagram() {
     console_->tick();
     console_->tick();
     QCOMPARE(listener.takeArrived().size(), 1);
+}
+
+void tst_Operating::unchangedLevelsGiveADatagramPerSecond() {
+    DatagramListener listener(OwnAddress);
+    QVERIFY(listener.isListening());
+    TestClock clock(1000 * Second);
+    controlNamed("Spot.Dimmer").setValue(30);
+    console_->tick();
+    listener.takeArrived();
+    // The first tick after a whole second is the 31st.
+    for (int tick = 0; tick < 310; ++tick) {
+        clock.advance(Tick);
+        console_->tick();
+    }
+    const auto datagrams = listener.waitFor(10);
+    QCOMPARE(datagrams.size(), 10);
+    for (const QByteArray& datagram : datagrams) {
+        QCOMPARE(datagram.at(14), char(0));
+        QCOMPARE(datagram.at(18), char(30));
+        QCOMPARE(datagram.at(27), char(50));
+    }
+    QCOMPARE(listener.takeArrived().size(), 0);
 }
 
 QTEST_MAIN(tst_Operating)
