@@ -156,6 +156,14 @@ void tst_ConfigurationSwitch::cancellingLeavesEverything() {
     QCOMPARE(console.fixtures(), (QStringList{"Spot Univ: 0 Addr: 1", "Wash Univ: 1 Addr: 10"}));
     QCOMPARE(controlNamed("Spot.Dimmer").value(), 200U);
     QCOMPARE(console.configurations(), (QStringList{"Foyer", "Soon", "Tour *"}));
+    console.quit();
+    QVariantMap tour = rigOf({placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan")}),
+                              placement("Wash", 1, 10, {controlEntry("Dimmer")})});
+    tour.insert("cues", QVariantMap{{"1", QVariantList()}, {"2", QVariantList()}});
+    QCOMPARE(home_->settings(), std::optional(tour));
+    QCOMPARE(home_->userDefaults().value("configName"), QVariant("Tour"));
+    QCOMPARE(home_->userDefaults().value("saved_state: Tour").toList(),
+             QVariantList{level("Spot.Dimmer", 200)});
 }
 
 void tst_ConfigurationSwitch::theOffsetMovesEveryFixtureAndIsForgottenNextTime() {
