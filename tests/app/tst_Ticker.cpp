@@ -74,6 +74,8 @@ class tst_Ticker : public QObject {
 private slots:
     void nextTickIsOnTheGridAfterNow_data();
     void nextTickIsOnTheGridAfterNow();
+    void aMinuteHasTheSameTicksHoweverLateEachIs_data();
+    void aMinuteHasTheSameTicksHoweverLateEachIs();
     void ticksStayOnTheGrid_data();
     void ticksStayOnTheGrid();
     void timeWithoutTheEventLoopGivesOneTickAndNoBurst();
@@ -108,6 +110,30 @@ void tst_Ticker::nextTickIsOnTheGridAfterNow() {
     QFETCH(const quint64, due);
 
     QCOMPARE(nextTickDue(start, now), due);
+}
+
+void tst_Ticker::aMinuteHasTheSameTicksHoweverLateEachIs_data() {
+    QTest::addColumn<quint64>("lateness");
+
+    QTest::newRow("on time") << quint64(0);
+    QTest::newRow("20 ms late") << quint64(20'000'000);
+    QTest::newRow("late by all but a nanosecond of a period") << quint64(33'299'999);
+}
+
+void tst_Ticker::aMinuteHasTheSameTicksHoweverLateEachIs() {
+    QFETCH(const quint64, lateness);
+
+    constexpr quint64 start = 7;
+    constexpr quint64 minute = 60'000'000'000;
+    int ticks = 0;
+    quint64 lastDue = start;
+    for (quint64 due = nextTickDue(start, start); due <= start + minute;
+         due = nextTickDue(start, lastDue + lateness)) {
+        lastDue = due;
+        ++ticks;
+    }
+    QCOMPARE(ticks, 1801);
+    QCOMPARE(lastDue, quint64(59'973'300'007));
 }
 
 void tst_Ticker::ticksStayOnTheGrid_data() {
