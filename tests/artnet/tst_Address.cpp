@@ -1,5 +1,7 @@
 #include "artnet/Address.h"
 
+#include "support/CommaLocale.h"
+
 #include <QTest>
 
 using namespace std::string_view_literals;
@@ -13,6 +15,7 @@ private slots:
     void refusesEverythingElse_data();
     void refusesEverythingElse();
     void aNulEndsNothingEarly();
+    void aCommaLocaleChangesNothing();
     void printsFourNumbersWithPoints_data();
     void printsFourNumbersWithPoints();
 };
@@ -85,6 +88,17 @@ void tst_Address::refusesEverythingElse() {
 void tst_Address::aNulEndsNothingEarly() {
     QVERIFY(!parseAddress("1.2.3.\0004"sv).has_value());
     QCOMPARE(parseAddress("1.2.3.4\0005"sv).value_or(0), 0x01020304U);
+}
+
+void tst_Address::aCommaLocaleChangesNothing() {
+    const CommaLocale locale;
+    if (!locale.isSet()) {
+        QSKIP("the system has no locale with a decimal comma");
+    }
+    QCOMPARE(parseAddress("192.168.1.255").value_or(0), 0xC0A801FFU);
+    QVERIFY(!parseAddress("192,168,1,255").has_value());
+    QVERIFY(!parseAddress("192.168,1.255").has_value());
+    QCOMPARE(printAddress(0xC0A801FF), std::string("192.168.1.255"));
 }
 
 void tst_Address::printsFourNumbersWithPoints_data() {
