@@ -1,5 +1,7 @@
 #include "controls/NumericEntry.h"
 
+#include "support/CommaLocale.h"
+
 #include <QLocale>
 #include <QTest>
 
@@ -36,6 +38,7 @@ private slots:
     void deleteTakesTheLastCharacter();
     void theCharactersStayUntilTheyAreCleared();
     void aCommaLocaleChangesNothing();
+    void aCommaLocaleOfTheToolkitChangesNothing();
 };
 
 void tst_NumericEntry::atMostSixCharactersAreTaken() {
@@ -189,6 +192,17 @@ void tst_NumericEntry::theCharactersStayUntilTheyAreCleared() {
 }
 
 void tst_NumericEntry::aCommaLocaleChangesNothing() {
+    const CommaLocale locale;
+    if (!locale.isSet()) {
+        QSKIP("the system has no locale with a decimal comma");
+    }
+    QCOMPARE(typed("12.6").finish(max8).value, std::optional(13U));
+    NumericEntry time = typed("2.5");
+    time.setTimeMode();
+    QCOMPARE(time.finish(max8).time, std::optional(2.5F));
+}
+
+void tst_NumericEntry::aCommaLocaleOfTheToolkitChangesNothing() {
     QLocale::setDefault(QLocale(QLocale::German));
     const NumericEntry::Outcome outcome = typed("2.6").finish(max8);
     QLocale::setDefault(QLocale::c());
