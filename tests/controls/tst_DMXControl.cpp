@@ -37,6 +37,7 @@ private slots:
     void controlsAreRegisteredUnderTheViewsKeyAndTheirName();
     void dummiesAreNotRegistered();
     void theNewestControlTakesAKeyAndTheMessageIsPrintedOnce();
+    void namesThatResolveToTheSameTakeTheSameKey();
     void aControlWithoutANameIsRegisteredUnderTheViewsKeyAndAPoint();
     void aVeryLongNameIsAKeyLikeAnyOther();
     void resetEmptiesTheRegistryAndLeavesTheControls();
@@ -215,6 +216,19 @@ void tst_DMXControl::theNewestControlTakesAKeyAndTheMessageIsPrintedOnce() {
     QCOMPARE(DMXControl::controlsByName().at("Spot.Pan").get(), second);
     QVERIFY(first != second);
     QCOMPARE(first->name(), "Pan");
+}
+
+void tst_DMXControl::namesThatResolveToTheSameTakeTheSameKey() {
+    TestView view;
+    view.setLayerNum(1);
+    const DMXControl* second = nullptr;
+    const QByteArray output = standardOutputOf([&] {
+        view.addFader("Pan #");
+        second = &view.addFader("Pan 1");
+    });
+    QCOMPARE(output, "DMXControl 'Spot.Pan 1' already exists!\n");
+    QCOMPARE(DMXControl::controlsByName().size(), std::size_t{1});
+    QCOMPARE(DMXControl::controlsByName().at("Spot.Pan 1").get(), second);
 }
 
 void tst_DMXControl::aControlWithoutANameIsRegisteredUnderTheViewsKeyAndAPoint() {
