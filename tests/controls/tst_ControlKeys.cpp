@@ -142,5 +142,5 @@ void tst_ControlKeys::withCommandNoKeyMeansAnything() {
     QCOMPARE(meaning(key).action, KeyAction::None);
 }
 
-QTEST_APPLESS_MAIN(tst_ControlKeys)
+QTEST_GUILESS_MAIN(tst_ControlKeys) // the application object owns the keyboard that the events name
 #include "tst_ControlKeys.moc"
