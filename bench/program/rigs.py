@@ -1,0 +1,73 @@
+"""The rigs that the whole program is measured with: resource tables, settings and window titles."""
+
+import plistlib
+from pathlib import Path
+from typing import NamedTuple
+
+RESOURCES = Path(__file__).resolve().parents[2] / "resources"
+
+SLOTS = 512
+ROWS = 40  # of a window's columns; so many fit on the screen
+
+# Between them, so that with every tick some of the faders change.
+SHORTEST_FADE, LONGEST_FADE = 7.0, 8.0
+
+MAIN = "Faderhall"
+
+
+def shipped(name):
+    return plistlib.loads((RESOURCES / f"{name}.plist").read_bytes())
+
+
+def title(view):
+    return f"{view['name']} Univ: {view['universe']} Addr: {view['address']}"
+
+
+class Rig(NamedTuple):
+    """What the program finds when it starts. `settings` is nothing for a first start."""
+
+    profiles: dict
+    configurations: dict
+    settings: dict
+    views: list
+
+    @property
+    def titles(self):
+        return [MAIN, *(title(view) for view in self.views)]
+
+
+def default_rig():
+    """What a first start brings up."""
+    configurations = shipped("configurations")
+    views = configurations[configurations["_default_configuration"]]["views"]
+    return Rig(shipped("profiles"), configurations, None, views)
+
+
+def faders(count):
+    return [{"name": f"Level {i}", "header": i > 0 and i % ROWS == 0} for i in range(count)]
+
+
+def rig_of(parts, with_cues=False):
+    """A rig of fixtures, each by its universe, start address and number of faders."""
+    views = [{"name": f"Fixture {number}", "universe": universe, "address": address, "layer": 1,
+              "profiles": [{"profile": f"Faders {count}"}]}
+             for number, (universe, address, count) in enumerate(parts)]
+    profiles = {f"Faders {count}": faders(count) for _, _, count in parts}
+    settings = {"views": views}
+    if with_cues:
+        settings["cues"] = cues([f"Fixture {number}.Level {i}"
+                                 for number, (_, _, count) in enumerate(parts) for i in range(count)])
+    return Rig(profiles, {}, settings, views)
+
+
+def full_universes(count, **options):
+    return rig_of([(universe, 1, SLOTS) for universe in range(count)], **options)
+
+
+def cues(keys):
+    """In the order in which Next Cue goes through them: one fader goes up, then all go up, then all down."""
+    def to(level, of):
+        step = (LONGEST_FADE - SHORTEST_FADE) / max(1, len(keys) - 1)
+        return [{"key": key, "value": level, "time": SHORTEST_FADE + step * i} for i, key in enumerate(of)]
+
+    return {"1": to(255, keys[:1]), "2": to(255, keys), "3": to(0, keys)}
