@@ -1,5 +1,6 @@
 """What a process costs, as the kernel counts it."""
 
+import os
 from pathlib import Path
 
 
@@ -8,9 +9,13 @@ class Process:
         self._folder = Path("/proc") / str(pid)
 
     def processor_seconds(self):
-        """The time that its threads have spent on a processor, to the nanosecond."""
-        return sum(int((task / "schedstat").read_text().split()[0])
-                   for task in (self._folder / "task").iterdir()) * 1e-9
+        """The time that the process has had a processor since it began, threads that have ended included."""
+        ticks = (self._folder / "stat").read_text().rpartition(")")[2].split()
+        return (int(ticks[11]) + int(ticks[12])) / os.sysconf("SC_CLK_TCK")
+
+    def first_thread_seconds(self):
+        """The part of it that its first thread had, to the nanosecond."""
+        return int((self._folder / "schedstat").read_text().split()[0]) * 1e-9
 
     def megabytes(self, kind):
         """Memory of one kind, by the name that the kernel has for it."""

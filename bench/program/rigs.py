@@ -60,6 +60,15 @@ def rig_of(parts, with_cues=False):
     return Rig(profiles, {}, settings, views)
 
 
+def ten_thousand_cues():
+    """A fixture of ten 16-bit faders and as many cues as an operator may come to have; all of them take a minute."""
+    view = {"name": "F", "universe": 0, "address": 1, "layer": 1, "profiles": [{"profile": "Ten"}]}
+    profiles = {"Ten": [{"name": f"L{i}", "channels": 2} for i in range(10)]}
+    records = [{"key": f"F.L{i}", "value": 65535, "time": 60.0} for i in range(10)]
+    settings = {"views": [view], "cues": {str(number): records for number in range(1, 10001)}}
+    return Rig(profiles, {}, settings, [view])
+
+
 def full_universes(count, **options):
     return rig_of([(universe, 1, SLOTS) for universe in range(count)], **options)
 
