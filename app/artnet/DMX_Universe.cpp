@@ -1,5 +1,6 @@
 #include "artnet/DMX_Universe.h"
 
+#include "artnet/OutageLog.h"
 #include "artnet/SocketAddress.h"
 #include "clock/MonotonicClock.h"
 
@@ -30,6 +31,7 @@ constexpr std::array<std::uint8_t, headerSize> art_hdr = {
 };
 
 std::optional<DMX_Universe::Registry> gUniverses;
+OutageLog gOutageLog;
 
 } // namespace
 
@@ -82,6 +84,7 @@ std::int32_t DMX_Universe::sendWithSocket(int socket, std::uint32_t toAddress) {
 // Right after the attempt, while errno is its own.
 void DMX_Universe::noteSend(bool succeeded) {
     sendRecord_.error = succeeded ? 0 : errno;
+    gOutageLog.note(sendRecord_.error);
     sendRecord_.sent += succeeded ? 1 : 0;
     last_tx = monotonicNanoseconds();
     sendRecord_.lastNanoseconds = last_tx;
