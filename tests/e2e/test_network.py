@@ -70,6 +70,7 @@ class NetworkTest(ConsoleTestCase):
             self.assertEqual(sockets(console.process), before)
             console.enter("7")
             self.wait_at_the_node({1: 7})
+            wait_until(lambda: WORKS in console.stderr, lambda: f"the end of the outage in {console.stderr}")
             self.end(console)
         self.assertEqual(console.stderr, f"Art-Net output fails: Network is unreachable\n{WORKS}\n")
 
