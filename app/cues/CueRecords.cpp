@@ -91,8 +91,9 @@ CueRecords recordsOf(const QVariantList& list) {
 CueRecords sorted(CueRecords records) {
     std::ranges::stable_sort(records, {}, &CueRecord::key);
     // Backwards, since the last of those with the same key is the one that stays.
-    const auto superfluous = std::ranges::unique(records.rbegin(), records.rend(), {}, &CueRecord::key);
-    records.erase(records.begin(), superfluous.begin().base());
+    const auto haveSameKey = [](const CueRecord& a, const CueRecord& b) { return a.key == b.key; };
+    const auto superfluous = std::unique(records.rbegin(), records.rend(), haveSameKey);
+    records.erase(records.begin(), superfluous.base());
     return records;
 }
 

@@ -20,7 +20,8 @@ void CueStepper::executeCue(const QVariant& entry) {
     }
     auto record = records->cbegin();
     for (const auto& [key, control] : DMXControl::controlsByName()) {
-        record = std::find_if(record, records->cend(), [&](const CueRecord& r) { return r.key >= key; });
+        const auto isAtOrBeyond = [&key = key](const CueRecord& candidate) { return candidate.key >= key; };
+        record = std::find_if(record, records->cend(), isAtOrBeyond);
         if (record != records->cend() && record->key == key) {
             control->setDMXValue(record->value, record->time);
         } else {
