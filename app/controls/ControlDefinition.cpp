@@ -2,14 +2,6 @@
 
 #include "plist/Reading.h"
 
-namespace {
-
-std::uint32_t unsignedValue(const QVariant& value) {
-    return static_cast<std::uint32_t>(integerValue(value));
-}
-
-} // namespace
-
 ControlDefinition ControlDefinition::fromEntry(const QVariantMap& entry) {
     ControlDefinition definition;
     definition.name = stringValue(entry.value("name"));

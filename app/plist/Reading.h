@@ -6,6 +6,7 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+#include <cstdint>
 #include <optional>
 
 /// What stored values mean. As a number, numbers, booleans and strings are taken alike, a string by the
@@ -14,6 +15,11 @@
 
 /// A 32-bit integer: beyond its range the nearest end of it, a real truncated toward zero, NaN as 0.
 int integerValue(const QVariant& value);
+
+/// The same bits as a number without a sign: -1 is the highest.
+inline std::uint32_t unsignedValue(const QVariant& value) {
+    return static_cast<std::uint32_t>(integerValue(value));
+}
 
 /// A single-precision number. Infinite where the value is too large for it; NaN reads as 0.
 float floatValue(const QVariant& value);
