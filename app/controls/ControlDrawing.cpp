@@ -1,14 +1,11 @@
 #include "controls/ControlDrawing.h"
 
-#include "controls/MacRoman.h"
+#include "controls/Colours.h"
+#include "controls/TextPictures.h"
 
-#include <QFont>
-#include <QFontDatabase>
 #include <QPainter>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace {
 
@@ -16,45 +13,34 @@ constexpr int inset = 2;
 constexpr int nameX = 10;
 constexpr int valueFromRight = 45;
 constexpr int baselineFromBottom = 5;
-constexpr int fontPixels = 12;
-constexpr qsizetype valueCharacters = 5;
-constexpr qsizetype longestDrawnName = 256; // far more than a column's width holds
 
-// Pixels, not points: five digits have to fit beside the name at every screen resolution.
-const QFont& textFont() {
-    static const QFont font = [] {
-        QFont made;
-        made.setFamilies({"Monaco", QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
-        made.setStyleHint(QFont::Monospace);
-        made.setPixelSize(fontPixels);
-        return made;
-    }();
-    return font;
+void drawBar(QPainter& painter, const QRect& frame, const ControlLook& look) {
+    const BarGeometry bar = barGeometry(frame.size(), look.value, look.max);
+    painter.fillRect(bar.level.translated(frame.topLeft()), look.timed ? gMidRed : gMidGrey);
+    painter.fillRect(bar.rest.translated(frame.topLeft()), look.timed ? gDarkRed : gDarkGrey);
 }
 
-void drawBar(QPainter& painter, QSize frame, const ControlLook& look) {
-    const BarGeometry bar = barGeometry(frame, look.value, look.max);
-    painter.fillRect(bar.level, look.timed ? gMidRed : gMidGrey);
-    painter.fillRect(bar.rest, look.timed ? gDarkRed : gDarkGrey);
-}
-
-void drawOutline(QPainter& painter, QSize frame) {
+void drawOutline(QPainter& painter, const QRect& frame) {
     const int w = frame.width();
     const int h = frame.height();
     for (const QRect& edge :
          {QRect(0, 0, w, 1), QRect(0, h - 1, w, 1), QRect(0, 1, 1, h - 2), QRect(w - 1, 1, 1, h - 2)}) {
-        painter.fillRect(edge, gHighlight);
+        painter.fillRect(edge.translated(frame.topLeft()), gHighlight);
     }
 }
 
-void drawTexts(QPainter& painter, QSize frame, const ControlLook& look) {
-    const int baseline = frame.height() - baselineFromBottom;
-    painter.setFont(textFont());
-    painter.setPen(gTextColor);
-    painter.drawText(nameX, baseline, drawnName(look.name));
-    if (!look.dummy) {
-        painter.drawText(frame.width() - valueFromRight, baseline, drawnValue(look.value, look.channels));
+// The text begins `x` from the left edge. Its picture is laid on whole device pixels, where it is sharp.
+void drawText(QPainter& painter, const QRect& frame, int x, const TextPicture& text) {
+    const qreal scale = text.image.devicePixelRatio();
+    const QPointF beginning(frame.left() + x, frame.top() + frame.height() - baselineFromBottom);
+    const QPointF corner = QPointF(((beginning + text.corner) * scale).toPoint()) / scale;
+    const QRectF whole(corner, QSizeF(text.image.size()) / scale);
+    if (QRectF(frame).contains(whole)) {
+        painter.drawImage(corner, text.image);
+        return;
     }
+    const QRectF inside = whole & QRectF(frame);
+    painter.drawImage(inside, text.image, QRectF((inside.topLeft() - corner) * scale, inside.size() * scale));
 }
 
 } // namespace
@@ -68,25 +54,19 @@ BarGeometry barGeometry(QSize frame, std::uint32_t value, std::uint32_t max) {
             .rest = QRectF(inset + level, inset, width - level, height)};
 }
 
-QString drawnName(const QString& name) {
-    const qsizetype count = std::min(name.size(), longestDrawnName);
-    return decodeMacRoman(name.left(count).toUtf8().left(count));
-}
-
-QString drawnValue(std::uint32_t value, std::uint32_t channels) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), channels == 2 ? "%05d" : "  %03d", static_cast<int>(value));
-    return QString::fromLatin1(text.data(), valueCharacters);
-}
-
-void drawControl(QPainter& painter, QSize frame, const ControlLook& look) {
+void drawControl(QPainter& painter, const QRect& frame, const ControlLook& look) {
+    const qreal scale = painter.device()->devicePixelRatio();
     if (look.dummy) {
-        painter.fillRect(QRect(QPoint(0, 0), frame), gLabelColour);
+        painter.fillRect(frame, gLabelColour);
     } else {
         drawBar(painter, frame, look);
     }
     if (look.outlined && !look.dummy) {
         drawOutline(painter, frame);
     }
-    drawTexts(painter, frame, look);
+    drawText(painter, frame, nameX, namePicture(look.name, scale));
+    if (!look.dummy) {
+        drawText(painter, frame, frame.width() - valueFromRight,
+                 valuePicture(look.value, look.channels, scale));
+    }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/LevelState.h"
+#include "controls/LevelArray.h"
 
 #include <QString>
 
@@ -9,6 +9,7 @@
 #include <vector>
 
 class DMXControl;
+class QWidget;
 
 /// What a control asks of the fixture view that holds it.
 class ControlParent {
@@ -25,6 +26,8 @@ public:
     virtual QString key() const = 0;
     virtual std::uint32_t universe() const = 0;
 
+    /// The widget in which the controls stand, and which draws them.
+    virtual QWidget& superview() = 0;
     /// The controls in profile order.
     virtual const std::vector<std::shared_ptr<DMXControl>>& controls() const = 0;
     virtual DMXControl* selectedControl() const = 0;

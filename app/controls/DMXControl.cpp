@@ -1,20 +1,18 @@
 #include "controls/DMXControl.h"
 
-#include "clock/MonotonicClock.h"
+#include "controls/Colours.h"
 #include "controls/ControlDefinition.h"
-#include "controls/ControlKeys.h"
+#include "controls/ControlDrawing.h"
 #include "controls/ControlParent.h"
-#include "controls/ControlPasteboard.h"
-#include "controls/EditView.h"
-#include "controls/LevelMovement.h"
 #include "plist/Reading.h"
 
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cstdio>
-#include <utility>
 
 namespace {
 
@@ -59,7 +57,7 @@ const DMXControl::Registry& DMXControl::controlsByName() {
 void DMXControl::setControl(const QString& key, const QVariant& toValue, const QVariant& time) {
     const auto found = gDmxControlList.find(key);
     if (found != gDmxControlList.end()) {
-        found->second->setDMXValue(static_cast<std::uint32_t>(integerValue(toValue)), floatValue(time));
+        found->second->setDMXValue(unsignedValue(toValue), floatValue(time));
     }
 }
 
@@ -71,57 +69,37 @@ DMXControl::DMXControl(const QVariantMap& entry, ControlParent& view)
     : DMXControl(definitionFor(entry, view), view) {}
 
 DMXControl::DMXControl(const ControlDefinition& definition, ControlParent& view)
-    : levels(view.levels()), levelIndex(levels->size()), parent(&view),
-      _name(view.resolvedName(definition.name)), defaultValue(definition.defaultValue),
-      _hide(definition.hide), _header(definition.header) {
-    LevelState& level = levels->emplace_back();
-    level.value = definition.defaultValue;
-    level.max = definition.max;
-    level.channels = definition.channels;
-    level.dummy = definition.dummy;
+    : ControlEditing(view.superview(), ControlLevel(view.levels(), definition)), parent(&view),
+      _name(view.resolvedName(definition.name)), _hide(definition.hide), _header(definition.header) {
     resize(initialSize);
     setFocusPolicy(definition.dummy ? Qt::NoFocus : Qt::ClickFocus);
-}
-
-DMXControl::~DMXControl() {
-    EditView::hide(this);
 }
 
 void DMXControl::removeFromSuperview() {
     endEntry();
     firstResponder = false;
-    tracking = false;
+    mouseUp();
     parent = nullptr;
     setParent(nullptr);
 }
 
-bool DMXControl::updateDMX(Slots universe) {
-    const bool changed = state().updateDMX(universe, monotonicNanoseconds());
-    redrawIfFaded();
-    return changed;
-}
-
-void DMXControl::redrawIfFaded() {
-    if (std::exchange(state().needsRedraw, false)) {
-        update();
+QString DMXControl::toolTip() const {
+    if (!parent) {
+        return {};
     }
+    return QString("Univ: %1, Addr: %2")
+        .arg(static_cast<int>(parent->universe()))
+        .arg(static_cast<int>(address() + 1));
 }
 
-void DMXControl::setDMXValue(std::uint32_t value, float time) {
-    if (state().goTo(value, time, monotonicNanoseconds())) {
-        update();
-    }
-}
-
-void DMXControl::setDefault() {
-    setDMXValue(defaultValue, 0);
-}
-
-void DMXControl::setAddress(std::uint32_t address) {
-    state().address = address;
-    setToolTip(QString("Univ: %1, Addr: %2")
-                   .arg(static_cast<int>(parent->universe()))
-                   .arg(static_cast<int>(address + 1)));
+ControlLook DMXControl::look() const {
+    return {.name = _name,
+            .value = value(),
+            .max = max(),
+            .channels = channels(),
+            .timed = time() != 0,
+            .dummy = dummy(),
+            .outlined = firstResponder && isActiveWindow()};
 }
 
 // --- Selection -----------------------------------------------------------------------------------------
@@ -194,195 +172,29 @@ bool DMXControl::focusNextPrevChild(bool) {
     return false;
 }
 
-// --- Keys ----------------------------------------------------------------------------------------------
-
-void DMXControl::keyPressEvent(QKeyEvent* event) {
-    if (meaningOf(*event).action == KeyAction::None) {
-        event->ignore();
-    } else {
-        keyDown(*event);
-    }
-}
-
-void DMXControl::keyDown(const QKeyEvent& event) {
-    const KeyMeaning meaning = meaningOf(event);
-    switch (meaning.action) {
-    case KeyAction::None:
-        break;
-    case KeyAction::FadeToDefault:
-        setDMXValue(defaultValue, time());
-        update();
-        endEntry();
-        break;
-    case KeyAction::ClearTime:
-        setTime(0);
-        update();
-        endEntry();
-        break;
-    case KeyAction::SelectNext:
-        selectNextControl(false);
-        break;
-    case KeyAction::SelectPrevious:
-        selectNextControl(true);
-        break;
-    case KeyAction::RemoveLast:
-        numericEntry.removeLast();
-        changedEditState();
-        break;
-    case KeyAction::CancelEntry:
-        endEntry();
-        break;
-    case KeyAction::StepUp:
-        moveTo(steppedLevel(value(), +1, max()));
-        break;
-    case KeyAction::StepDown:
-        moveTo(steppedLevel(value(), -1, max()));
-        break;
-    case KeyAction::Type:
-        numericEntry.append(meaning.character);
-        changedEditState();
-        break;
-    case KeyAction::ApplyEntryAsTime:
-        numericEntry.setTimeMode();
-        [[fallthrough]];
-    case KeyAction::ApplyEntry:
-        endEdit();
-        endEntry();
-        break;
-    }
-}
-
-bool DMXControl::endEdit() {
-    const NumericEntry::Outcome outcome = numericEntry.finish(max());
-    if (outcome.time) {
-        setTime(*outcome.time);
-        update();
-    }
-    if (!outcome.value || *outcome.value == value()) {
-        return false;
-    }
-    setDMXValue(*outcome.value, time());
-    return true;
-}
-
-void DMXControl::endEntry() {
-    numericEntry.clear();
-    changedEditState();
-}
-
-void DMXControl::changedEditState() {
-    constexpr int fromRight = 50;
-    constexpr int above = 13;
-    constexpr QSize size(45, 18);
-    if (dummy()) {
-        return;
-    }
-    if (numericEntry.empty()) {
-        EditView::hide(this);
-    } else {
-        EditView::show(this, parentWidget(), QRect(QPoint(x() + width() - fromRight, y() - above), size),
-                       QString::fromLatin1(numericEntry.text().data(),
-                                           static_cast<qsizetype>(numericEntry.text().size())));
-    }
-}
-
-// At once, without a fade.
-void DMXControl::moveTo(std::uint32_t level) {
-    if (level != value()) {
-        setValue(level);
-        update();
-    }
-}
-
-// --- Mouse and wheel -----------------------------------------------------------------------------------
-
-void DMXControl::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        mouseDown(event->scenePosition());
-    }
-}
-
-void DMXControl::mouseMoveEvent(QMouseEvent* event) {
-    mouseDragged(event->scenePosition());
-}
-
-void DMXControl::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        mouseUp();
-    }
-}
-
-void DMXControl::mouseDown(QPointF place) {
-    tracking = true;
-    dragging = false;
-    startPt = place;
-    startValue = value();
-}
-
-void DMXControl::mouseDragged(QPointF place) {
-    if (!tracking || dummy()) {
-        return;
-    }
-    setValue(draggedLevel(startValue, place.x() - startPt.x(), width(), max()));
-    dragging = true;
-    update();
-}
-
-void DMXControl::mouseUp() {
-    tracking = false;
-}
-
-void DMXControl::wheelEvent(QWheelEvent* event) {
-    constexpr double unitsPerNotch = 120.0;
-    if (dummy()) {
-        event->ignore();
-    } else {
-        scrollWheel(event->angleDelta().y() / unitsPerNotch, event->modifiers() & Qt::ControlModifier);
-    }
-}
-
-void DMXControl::scrollWheel(double delta, bool command) {
-    makeFirstResponder();
-    moveTo(steppedLevel(value(), wheelStep(delta, command), max()));
-}
-
-// --- Pasteboard ----------------------------------------------------------------------------------------
-
-void DMXControl::copy() const {
-    copyLevel(static_cast<int>(value()));
-}
-
-void DMXControl::paste() {
-    const std::optional<int> level = pastedLevel();
-    if (!level) {
-        return;
-    }
-    endEntry();
-    moveTo(static_cast<std::uint32_t>(*level));
-}
-
-// --- Drawing -------------------------------------------------------------------------------------------
-
-void DMXControl::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    drawControl(painter, size(), look());
-}
-
-ControlLook DMXControl::look() const {
-    return {.name = _name,
-            .value = value(),
-            .max = max(),
-            .channels = channels(),
-            .timed = time() != 0,
-            .dummy = dummy(),
-            .outlined = firstResponder && isActiveWindow()};
-}
-
 bool DMXControl::event(QEvent* event) {
-    const bool windowCameOrWent =
-        event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate;
-    if (windowCameOrWent && firstResponder) {
-        update();
+    switch (event->type()) {
+    case QEvent::ToolTip:
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), toolTip(), this);
+        return true;
+    case QEvent::WindowActivate:
+    case QEvent::WindowDeactivate:
+        if (firstResponder) {
+            update();
+        }
+        break;
+    default:
+        break;
     }
     return QWidget::event(event);
+}
+
+void drawControls(QPainter& painter, const QRegion& region,
+                  const std::vector<std::shared_ptr<DMXControl>>& controls) {
+    for (const auto& control : controls) {
+        if (!control->isHidden() && region.intersects(control->geometry())) {
+            painter.fillRect(control->geometry(), gBackgroundColour);
+            drawControl(painter, control->geometry(), control->look());
+        }
+    }
 }

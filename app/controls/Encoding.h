@@ -8,29 +8,52 @@
 inline constexpr std::size_t slotsPerUniverse = 512;
 using Slots = std::span<std::uint8_t, slotsPerUniverse>;
 
-/// True when a control of `channels` slots (2 or more counts as 2, anything else as 1) that starts at the
-/// 0-based slot `address` lies inside its universe. Never wraps, whatever the address.
-inline bool liesInsideUniverse(std::uint32_t address, std::uint32_t channels) {
-    const std::uint32_t slotCount = channels >= 2 ? 2 : 1;
-    return address <= slotsPerUniverse - slotCount;
-}
+/// Where a control's level stands in its universe, worked out once so that the tick only reads and writes.
+struct SlotPlace {
+    std::uint16_t slot = 0; ///< index of the first one
+    std::uint8_t read = 0;  ///< how many slots are read: 1, or 2, coarse byte first; 0: outside the universe
+    std::uint8_t written = 0; ///< how many are written, likewise
 
-/// The level that stands in the slots: two slots, coarse byte first, when `channels` is 2 or more, else
-/// one. The slots must lie inside the universe.
-inline std::uint32_t readLevel(Slots levels, std::uint32_t address, std::uint32_t channels) {
-    if (channels >= 2) {
-        return static_cast<std::uint32_t>(levels[address] << 8 | levels[address + 1]);
+    bool inside() const { return read != 0; }
+};
+
+/// The place of a control of `channels` slots that starts at the 0-based slot `address`. Two or more channels
+/// are read as two slots, but only exactly two are written as two. Never wraps, whatever the address.
+constexpr SlotPlace slotPlace(std::uint32_t address, std::uint32_t channels) {
+    const std::uint8_t read = channels >= 2 ? 2 : 1;
+    if (address > slotsPerUniverse - read) {
+        return {};
     }
-    return levels[address];
+    return {.slot = static_cast<std::uint16_t>(address),
+            .read = read,
+            .written = static_cast<std::uint8_t>(channels == 2 ? 2 : 1)};
 }
 
-/// Writes the low 16 bits of `value`, coarse byte first, when `channels` is exactly 2, else the low 8 bits.
-/// The slots must lie inside the universe.
-inline void writeLevel(Slots levels, std::uint32_t address, std::uint32_t channels, std::uint32_t value) {
-    if (channels == 2) {
-        levels[address] = static_cast<std::uint8_t>(value >> 8);
-        levels[address + 1] = static_cast<std::uint8_t>(value);
+/// The level that stands at a place inside the universe.
+inline std::uint32_t readLevel(Slots levels, SlotPlace place) {
+    if (place.read == 2) {
+        return static_cast<std::uint32_t>(levels[place.slot] << 8 | levels[place.slot + 1U]);
+    }
+    return levels[place.slot];
+}
+
+/// Writes the low 16 bits of `value` into two slots, or the low 8 bits into one, at a place inside the
+/// universe.
+inline void writeLevel(Slots levels, SlotPlace place, std::uint32_t value) {
+    if (place.written == 2) {
+        levels[place.slot] = static_cast<std::uint8_t>(value >> 8);
+        levels[place.slot + 1U] = static_cast<std::uint8_t>(value);
     } else {
-        levels[address] = static_cast<std::uint8_t>(value);
+        levels[place.slot] = static_cast<std::uint8_t>(value);
     }
+}
+
+/// Writes the level into its place, if it has one inside the universe and another level stands there; true
+/// when it did.
+inline bool encode(Slots levels, SlotPlace place, std::uint32_t value) {
+    if (!place.inside() || readLevel(levels, place) == value) {
+        return false;
+    }
+    writeLevel(levels, place, value);
+    return true;
 }

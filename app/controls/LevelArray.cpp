@@ -1,40 +1,62 @@
-#include "controls/LevelState.h"
+#include "controls/LevelArray.h"
 
-bool LevelState::goTo(std::uint32_t target, float seconds, std::uint64_t now) {
-    const std::uint32_t oldValue = value;
-    time = seconds;
-    fade.start(value, target, seconds, now);
-    if (!fade.running()) {
-        value = target;
+#include <utility>
+
+std::size_t LevelArray::add(std::uint32_t value) {
+    levels_.push_back({.value = value, .place = {}});
+    fades_.emplace_back();
+    return levels_.size() - 1;
+}
+
+bool LevelArray::goTo(std::size_t index, std::uint32_t target, float seconds, std::uint64_t now) {
+    Level& level = levels_[index];
+    Fade& fade = fades_[index].fade;
+    const std::uint32_t oldValue = level.value;
+    fade.start(oldValue, target, seconds, now);
+    if (fade.running()) {
+        fading_ = true;
+    } else {
+        level.value = target;
     }
     return target != oldValue;
 }
 
-bool LevelState::updateDMX(Slots levels, std::uint64_t now) {
-    if (dummy) {
-        return false;
-    }
-    if (fade.running()) {
-        stepFade(now);
-    }
-    if (!liesInsideUniverse(address, channels) || readLevel(levels, address, channels) == value) {
-        return false;
-    }
-    writeLevel(levels, address, channels, value);
-    return true;
+bool LevelArray::updateDMX(std::size_t index, Slots universe, std::uint64_t now) {
+    stepFade(index, now);
+    return encode(universe, levels_[index].place, levels_[index].value);
 }
 
-void LevelState::stepFade(std::uint64_t now) {
-    const std::uint32_t next = fade.step(now);
-    needsRedraw = needsRedraw || next != value;
-    value = next;
+bool LevelArray::updateDMX(Slots universe, std::uint64_t now) {
+    if (std::exchange(fading_, false)) {
+        for (std::size_t i = 0; i < fades_.size(); ++i) {
+            stepFade(i, now);
+        }
+    }
+    bool changed = false;
+    for (const Level& level : levels_) {
+        changed |= encode(universe, level.place, level.value);
+    }
+    return changed;
 }
 
-LevelsUpdate updateLevels(LevelArray& levels, Slots slots, std::uint64_t now) {
-    LevelsUpdate update;
-    for (LevelState& level : levels) {
-        update.slotsChanged |= level.updateDMX(slots, now);
-        update.needsRedraw |= level.needsRedraw;
+void LevelArray::stepFade(std::size_t index, std::uint64_t now) {
+    Movement& movement = fades_[index];
+    if (!movement.fade.running() || movement.held) {
+        return;
     }
-    return update;
+    fading_ = true; // so that one that ends now is looked at once more, which does no harm
+    const std::uint32_t value = movement.fade.step(now);
+    if (value != levels_[index].value) {
+        levels_[index].value = value;
+        movement.needsRedraw = true;
+        needsRedraw_ = true;
+    }
+}
+
+bool LevelArray::takeRedraw(std::size_t index) {
+    return std::exchange(fades_[index].needsRedraw, false);
+}
+
+bool LevelArray::takeRedraw() {
+    return std::exchange(needsRedraw_, false);
 }

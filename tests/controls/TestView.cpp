@@ -1,5 +1,7 @@
 #include "controls/TestView.h"
 
+#include <QPaintEvent>
+#include <QPainter>
 #include <QTest>
 
 #include <utility>
@@ -9,14 +11,13 @@ TestView::TestView(QString key) : key_(std::move(key)) {
 }
 
 TestView::~TestView() {
-    for (const auto& control : controls_) {
+    for (auto* const control : findChildren<DMXControl*>()) {
         control->removeFromSuperview();
     }
 }
 
 DMXControl& TestView::add(const QVariantMap& entry) {
     const auto& control = controls_.emplace_back(DMXControl::controlWithDictionary(entry, *this));
-    control->setParent(this);
     control->setGeometry(0, 19 * static_cast<int>(controls_.size() - 1), 150, 19);
     control->setVisible(!control->hide());
     return *control;
@@ -30,4 +31,9 @@ bool TestView::bringToFront() {
 
 QString TestView::resolvedName(const QString& name) const {
     return QString(name).replace('#', QString::number(layerNum_));
+}
+
+void TestView::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    drawControls(painter, event->region(), controls_);
 }

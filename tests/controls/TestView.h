@@ -24,12 +24,16 @@ public:
     void setLayerNum(std::uint32_t layerNum) override { layerNum_ = layerNum; }
     QString resolvedName(const QString& name) const override;
     QString key() const override { return key_; }
+    QWidget& superview() override { return *this; }
     std::uint32_t universe() const override { return universe_; }
     void setUniverse(std::uint32_t universe) { universe_ = universe; }
     const std::vector<std::shared_ptr<DMXControl>>& controls() const override { return controls_; }
     DMXControl* selectedControl() const override { return selectedControl_; }
     void setSelectedControl(DMXControl* control) override { selectedControl_ = control; }
     const std::shared_ptr<LevelArray>& levels() const override { return levels_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     QString key_;

@@ -1,6 +1,8 @@
 #include "controls/ControlDrawing.h"
 
+#include "controls/Colours.h"
 #include "controls/MacRoman.h"
+#include "controls/TextPictures.h"
 
 #include <QImage>
 #include <QPainter>
@@ -26,7 +28,7 @@ QImage drawn(const ControlLook& look, QSize size = frame) {
     QImage image(size, QImage::Format_RGB32);
     image.fill(untouched);
     QPainter painter(&image);
-    drawControl(painter, size, look);
+    drawControl(painter, QRect(QPoint(0, 0), size), look);
     return image;
 }
 

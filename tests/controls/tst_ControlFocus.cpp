@@ -26,8 +26,8 @@ void type(const QWidget& window, const char* characters) {
     }
 }
 
-bool isOutlined(DMXControl& control) {
-    const QImage image = control.grab().toImage();
+bool isOutlined(const DMXControl& control) {
+    const QImage image = control.parentWidget()->grab(control.geometry()).toImage();
     return image.pixel(0, 0) == orange && image.pixel(149, 18) == orange;
 }
 

@@ -55,29 +55,29 @@ void tst_Encoding::aControlHasToLieInsideThe512Slots_data() {
 void tst_Encoding::aControlHasToLieInsideThe512Slots() {
     QFETCH(const quint32, address);
     QFETCH(const quint32, channels);
-    QTEST(liesInsideUniverse(address, channels), "inside");
+    QTEST(slotPlace(address, channels).inside(), "inside");
 }
 
 void tst_Encoding::twoSlotsAreReadCoarseByteFirst() {
     SlotArray levels{};
     levels[9] = 0x03;
     levels[10] = 0xE8;
-    QCOMPARE(readLevel(levels, 9, 2), 1000U);
+    QCOMPARE(readLevel(levels, slotPlace(9, 2)), 1000U);
 }
 
 void tst_Encoding::oneSlotIsReadByItself() {
     SlotArray levels{};
     levels[9] = 0x03;
     levels[10] = 0xE8;
-    QCOMPARE(readLevel(levels, 9, 1), 3U);
-    QCOMPARE(readLevel(levels, 9, 0), 3U);
+    QCOMPARE(readLevel(levels, slotPlace(9, 1)), 3U);
+    QCOMPARE(readLevel(levels, slotPlace(9, 0)), 3U);
 }
 
 void tst_Encoding::theLastSlotIsReadByItself() {
     SlotArray levels{};
     levels[511] = 0xFF;
-    QCOMPARE(readLevel(levels, 511, 1), 255U);
-    QCOMPARE(readLevel(levels, 510, 2), 255U);
+    QCOMPARE(readLevel(levels, slotPlace(511, 1)), 255U);
+    QCOMPARE(readLevel(levels, slotPlace(510, 2)), 255U);
 }
 
 void tst_Encoding::threeChannelsAreReadAsTwoSlots() {
@@ -85,12 +85,12 @@ void tst_Encoding::threeChannelsAreReadAsTwoSlots() {
     levels[0] = 0x12;
     levels[1] = 0x34;
     levels[2] = 0x56;
-    QCOMPARE(readLevel(levels, 0, 3), 0x1234U);
+    QCOMPARE(readLevel(levels, slotPlace(0, 3)), 0x1234U);
 }
 
 void tst_Encoding::aLevelOf16BitsIsWrittenCoarseByteFirst() {
     SlotArray levels{};
-    writeLevel(levels, 100, 2, 0xABCD);
+    writeLevel(levels, slotPlace(100, 2), 0xABCD);
     SlotArray expected{};
     expected[100] = 0xAB;
     expected[101] = 0xCD;
@@ -112,7 +112,7 @@ void tst_Encoding::onlyTheLow8BitsGoIntoOneSlot() {
     QFETCH(const quint32, level);
     QFETCH(const quint8, slot);
     SlotArray levels{};
-    writeLevel(levels, 0, 1, level);
+    writeLevel(levels, slotPlace(0, 1), level);
     SlotArray expected{};
     expected[0] = slot;
     QCOMPARE(levels, expected);
@@ -120,7 +120,7 @@ void tst_Encoding::onlyTheLow8BitsGoIntoOneSlot() {
 
 void tst_Encoding::onlyTheLow16BitsGoIntoTwoSlots() {
     SlotArray levels{};
-    writeLevel(levels, 0, 2, 0x12345678);
+    writeLevel(levels, slotPlace(0, 2), 0x12345678);
     SlotArray expected{};
     expected[0] = 0x56;
     expected[1] = 0x78;
@@ -129,7 +129,7 @@ void tst_Encoding::onlyTheLow16BitsGoIntoTwoSlots() {
 
 void tst_Encoding::threeChannelsAreWrittenAsOneSlot() {
     SlotArray levels{};
-    writeLevel(levels, 0, 3, 0x1234);
+    writeLevel(levels, slotPlace(0, 3), 0x1234);
     SlotArray expected{};
     expected[0] = 0x34;
     QCOMPARE(levels, expected);
@@ -138,13 +138,13 @@ void tst_Encoding::threeChannelsAreWrittenAsOneSlot() {
 void tst_Encoding::theNeighboursOfTheLastSlotsStayAsTheyAre() {
     SlotArray levels{};
     levels.fill(0x77);
-    writeLevel(levels, 510, 2, 0);
+    writeLevel(levels, slotPlace(510, 2), 0);
     SlotArray expected{};
     expected.fill(0x77);
     expected[510] = 0;
     expected[511] = 0;
     QCOMPARE(levels, expected);
-    writeLevel(levels, 511, 1, 9);
+    writeLevel(levels, slotPlace(511, 1), 9);
     expected[511] = 9;
     QCOMPARE(levels, expected);
 }

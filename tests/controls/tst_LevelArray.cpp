@@ -1,4 +1,4 @@
-#include "controls/LevelState.h"
+#include "controls/LevelArray.h"
 
 #include <QTest>
 
@@ -10,31 +10,43 @@ using SlotArray = std::array<std::uint8_t, 512>;
 constexpr std::uint64_t Second = 1'000'000'000;
 constexpr std::uint64_t Tick = 33'300'000;
 
-LevelState fader(std::uint32_t channels = 1) {
-    LevelState level;
-    level.channels = channels;
-    level.max = channels == 2 ? 65535 : 255;
-    return level;
-}
+// One level in an array of its own, at slot 0 unless it is moved.
+class Fader {
+public:
+    explicit Fader(std::uint32_t channels = 1) : channels_(channels) {
+        levels_.add(0);
+        moveTo(0);
+    }
+    std::uint32_t value() const { return levels_.value(0); }
+    void setValue(std::uint32_t value) { levels_.setValue(0, value); }
+    const Fade& fade() const { return levels_.fade(0); }
+    void moveTo(std::uint32_t address) { levels_.setPlace(0, slotPlace(address, channels_)); }
+    void hold() { levels_.holdFade(0, true); }
+    bool goTo(std::uint32_t target, float seconds, std::uint64_t now) {
+        return levels_.goTo(0, target, seconds, now);
+    }
+    bool updateDMX(Slots universe, std::uint64_t now) { return levels_.updateDMX(0, universe, now); }
+    bool takeRedraw() { return levels_.takeRedraw(0); }
+
+private:
+    LevelArray levels_;
+    std::uint32_t channels_;
+};
 
 } // namespace
 
-class tst_LevelState : public QObject {
+class tst_LevelArray : public QObject {
     Q_OBJECT
 
 private slots:
     void aNewLevelIsWrittenOnce();
     void aLevelOf16BitsIsWrittenCoarseByteFirst();
-    void aDummyLeavesTheSlotsAlone_data();
-    void aDummyLeavesTheSlotsAlone();
     void aControlOutsideItsUniverseLeavesTheSlotsAlone_data();
     void aControlOutsideItsUniverseLeavesTheSlotsAlone();
     void aFadeOutsideTheUniverseRunsAllTheSame();
     void aLevelBeyondTheSlotsRangeIsAChangeEveryTime();
     void twoControlsOnOneSlotWriteInTurn();
     void withoutATimeTheTargetIsTakenAtOnce();
-    void theTimeIsKeptForTheNextLevel_data();
-    void theTimeIsKeptForTheNextLevel();
     void onlyANewTargetAsksForARedraw_data();
     void onlyANewTargetAsksForARedraw();
     void aFadeOf2SecondsTo200IsAt50AfterHalfASecond();
@@ -43,51 +55,35 @@ private slots:
     void aFadeAskedForWithoutATimeEndsTheRunningOne();
     void aDirectChangeDuringAFadeIsOverwrittenByTheNextStep();
     void onlyAStepThatChangesTheLevelAsksForARedraw();
+    void aLevelWithoutAPlaceLeavesTheSlotsAlone();
+    void aFadeThatIsHeldStandsStill();
+    void allLevelsAreUpdatedInOneGo();
 };
 
-void tst_LevelState::aNewLevelIsWrittenOnce() {
+void tst_LevelArray::aNewLevelIsWrittenOnce() {
     SlotArray levels{};
-    LevelState level = fader();
-    level.address = 511;
+    Fader level;
+    level.moveTo(511);
     QVERIFY(!level.updateDMX(levels, 0));
-    level.value = 255;
+    level.setValue(255);
     QVERIFY(level.updateDMX(levels, 0));
     QCOMPARE(levels[511], 255);
     QCOMPARE(levels[510], 0);
     QVERIFY(!level.updateDMX(levels, 0));
 }
 
-void tst_LevelState::aLevelOf16BitsIsWrittenCoarseByteFirst() {
+void tst_LevelArray::aLevelOf16BitsIsWrittenCoarseByteFirst() {
     SlotArray levels{};
-    LevelState level = fader(2);
-    level.address = 4;
-    level.value = 1000;
+    Fader level(2);
+    level.moveTo(4);
+    level.setValue(1000);
     QVERIFY(level.updateDMX(levels, 0));
     QCOMPARE(levels[4], 0x03);
     QCOMPARE(levels[5], 0xE8);
     QVERIFY(!level.updateDMX(levels, 0));
 }
 
-void tst_LevelState::aDummyLeavesTheSlotsAlone_data() {
-    QTest::addColumn<quint32>("channels");
-    QTest::newRow("blank of four") << 4U;
-    QTest::newRow("blank of two") << 2U;
-    QTest::newRow("label") << 0U;
-}
-
-void tst_LevelState::aDummyLeavesTheSlotsAlone() {
-    QFETCH(const quint32, channels);
-    SlotArray levels{};
-    levels.fill(7);
-    const SlotArray before = levels;
-    LevelState level = fader(channels);
-    level.dummy = true;
-    level.goTo(200, 0, 0);
-    QVERIFY(!level.updateDMX(levels, Second));
-    QCOMPARE(levels, before);
-}
-
-void tst_LevelState::aControlOutsideItsUniverseLeavesTheSlotsAlone_data() {
+void tst_LevelArray::aControlOutsideItsUniverseLeavesTheSlotsAlone_data() {
     QTest::addColumn<quint32>("address");
     QTest::addColumn<quint32>("channels");
 
@@ -100,34 +96,34 @@ void tst_LevelState::aControlOutsideItsUniverseLeavesTheSlotsAlone_data() {
     QTest::newRow("16 bit at the highest address") << 4294967295U << 2U;
 }
 
-void tst_LevelState::aControlOutsideItsUniverseLeavesTheSlotsAlone() {
+void tst_LevelArray::aControlOutsideItsUniverseLeavesTheSlotsAlone() {
     QFETCH(const quint32, address);
     QFETCH(const quint32, channels);
     // Room on both sides, so that a byte written over the edge is found here rather than by a crash.
     std::array<std::uint8_t, 1536> memory{};
     memory.fill(7);
     const auto before = memory;
-    LevelState level = fader(channels);
-    level.address = address;
-    level.value = 200;
+    Fader level(channels);
+    level.moveTo(address);
+    level.setValue(200);
     QVERIFY(!level.updateDMX(std::span(memory).subspan<512, 512>(), 0));
     QCOMPARE(memory, before);
 }
 
-void tst_LevelState::aFadeOutsideTheUniverseRunsAllTheSame() {
+void tst_LevelArray::aFadeOutsideTheUniverseRunsAllTheSame() {
     SlotArray levels{};
-    LevelState level = fader();
-    level.address = 600;
+    Fader level;
+    level.moveTo(600);
     level.goTo(200, 2, 0);
     QVERIFY(!level.updateDMX(levels, Second));
-    QCOMPARE(level.value, 100U);
-    QVERIFY(level.needsRedraw);
+    QCOMPARE(level.value(), 100U);
+    QVERIFY(level.takeRedraw());
 }
 
-void tst_LevelState::aLevelBeyondTheSlotsRangeIsAChangeEveryTime() {
+void tst_LevelArray::aLevelBeyondTheSlotsRangeIsAChangeEveryTime() {
     SlotArray levels{};
-    LevelState level = fader();
-    level.value = 300;
+    Fader level;
+    level.setValue(300);
     QVERIFY(level.updateDMX(levels, 0));
     QCOMPARE(levels[0], 44);
     QVERIFY(level.updateDMX(levels, 0));
@@ -135,12 +131,12 @@ void tst_LevelState::aLevelBeyondTheSlotsRangeIsAChangeEveryTime() {
     QCOMPARE(levels[1], 0);
 }
 
-void tst_LevelState::twoControlsOnOneSlotWriteInTurn() {
+void tst_LevelArray::twoControlsOnOneSlotWriteInTurn() {
     SlotArray levels{};
-    LevelState first = fader();
-    LevelState second = fader();
-    first.value = 10;
-    second.value = 20;
+    Fader first;
+    Fader second;
+    first.setValue(10);
+    second.setValue(20);
     for (int tick = 0; tick < 3; ++tick) {
         QVERIFY(first.updateDMX(levels, 0));
         QCOMPARE(levels[0], 10);
@@ -149,34 +145,15 @@ void tst_LevelState::twoControlsOnOneSlotWriteInTurn() {
     }
 }
 
-void tst_LevelState::withoutATimeTheTargetIsTakenAtOnce() {
-    LevelState level = fader();
+void tst_LevelArray::withoutATimeTheTargetIsTakenAtOnce() {
+    Fader level;
     QVERIFY(level.goTo(100, 0, 0));
-    QCOMPARE(level.value, 100U);
-    QVERIFY(!level.fade.running());
-    QCOMPARE(level.fade.slewRate, 0.0);
+    QCOMPARE(level.value(), 100U);
+    QVERIFY(!level.fade().running());
+    QCOMPARE(level.fade().slewRate, 0.0);
 }
 
-void tst_LevelState::theTimeIsKeptForTheNextLevel_data() {
-    QTest::addColumn<quint32>("target");
-    QTest::addColumn<float>("seconds");
-
-    QTest::newRow("a new level") << 100U << 2.5F;
-    QTest::newRow("the present level") << 0U << 2.5F;
-    QTest::newRow("no time") << 100U << 0.0F;
-    QTest::newRow("a negative time") << 100U << -1.0F;
-}
-
-void tst_LevelState::theTimeIsKeptForTheNextLevel() {
-    QFETCH(const quint32, target);
-    QFETCH(const float, seconds);
-    LevelState level = fader();
-    level.time = 9;
-    level.goTo(target, seconds, 0);
-    QCOMPARE(level.time, seconds);
-}
-
-void tst_LevelState::onlyANewTargetAsksForARedraw_data() {
+void tst_LevelArray::onlyANewTargetAsksForARedraw_data() {
     QTest::addColumn<quint32>("target");
     QTest::addColumn<float>("seconds");
     QTest::addColumn<bool>("redraw");
@@ -188,95 +165,146 @@ void tst_LevelState::onlyANewTargetAsksForARedraw_data() {
     QTest::newRow("the present level in a time") << 50U << 2.0F << false << false;
 }
 
-void tst_LevelState::onlyANewTargetAsksForARedraw() {
+void tst_LevelArray::onlyANewTargetAsksForARedraw() {
     QFETCH(const quint32, target);
     QFETCH(const float, seconds);
-    LevelState level = fader();
-    level.value = 50;
+    Fader level;
+    level.setValue(50);
     QTEST(level.goTo(target, seconds, 0), "redraw");
-    QTEST(level.fade.running(), "fades");
+    QTEST(level.fade().running(), "fades");
 }
 
-void tst_LevelState::aFadeOf2SecondsTo200IsAt50AfterHalfASecond() {
+void tst_LevelArray::aFadeOf2SecondsTo200IsAt50AfterHalfASecond() {
     SlotArray levels{};
-    LevelState level = fader();
+    Fader level;
     level.goTo(200, 2, 0);
-    QCOMPARE(level.value, 0U);
-    QCOMPARE(level.fade.slewRate, 100.0);
+    QCOMPARE(level.value(), 0U);
+    QCOMPARE(level.fade().slewRate, 100.0);
     std::uint64_t now = 0;
     for (; now < Second / 2; now += Second / 32) {
         level.updateDMX(levels, now);
     }
     QVERIFY(level.updateDMX(levels, Second / 2));
-    QCOMPARE(level.value, 50U);
+    QCOMPARE(level.value(), 50U);
     QCOMPARE(levels[0], 50);
     level.updateDMX(levels, 2 * Second);
     QVERIFY(!level.updateDMX(levels, 2 * Second + Tick));
-    QCOMPARE(level.value, 200U);
+    QCOMPARE(level.value(), 200U);
     QCOMPARE(levels[0], 200);
-    QVERIFY(!level.fade.running());
+    QVERIFY(!level.fade().running());
 }
 
-void tst_LevelState::aFadeDownEndsAtExactly0() {
+void tst_LevelArray::aFadeDownEndsAtExactly0() {
     SlotArray levels{};
-    LevelState level = fader();
-    level.value = 255;
+    Fader level;
+    level.setValue(255);
     level.goTo(0, 1, 0);
     for (std::uint64_t now = 0; now <= Second + 2 * Tick; now += Tick) {
         level.updateDMX(levels, now);
     }
-    QCOMPARE(level.value, 0U);
+    QCOMPARE(level.value(), 0U);
     QCOMPARE(levels[0], 0);
-    QVERIFY(!level.fade.running());
+    QVERIFY(!level.fade().running());
 }
 
-void tst_LevelState::aFadeAskedForAgainGoesOnFromTheIntegerLevel() {
+void tst_LevelArray::aFadeAskedForAgainGoesOnFromTheIntegerLevel() {
     SlotArray levels{};
-    LevelState level = fader();
+    Fader level;
     level.goTo(255, 2, 0);
     level.updateDMX(levels, Second);
-    QCOMPARE(level.value, 127U);
+    QCOMPARE(level.value(), 127U);
     QVERIFY(level.goTo(255, 2, Second));
-    QCOMPARE(level.value, 127U);
-    QCOMPARE(level.fade.slewRate, 64.0); // 128 to go, not 127.5
+    QCOMPARE(level.value(), 127U);
+    QCOMPARE(level.fade().slewRate, 64.0); // 128 to go, not 127.5
     level.updateDMX(levels, 2 * Second);
-    QCOMPARE(level.value, 191U);
+    QCOMPARE(level.value(), 191U);
 }
 
-void tst_LevelState::aFadeAskedForWithoutATimeEndsTheRunningOne() {
+void tst_LevelArray::aFadeAskedForWithoutATimeEndsTheRunningOne() {
     SlotArray levels{};
-    LevelState level = fader();
+    Fader level;
     level.goTo(200, 2, 0);
     level.updateDMX(levels, Second);
     QVERIFY(level.goTo(30, 0, Second));
-    QCOMPARE(level.value, 30U);
+    QCOMPARE(level.value(), 30U);
     level.updateDMX(levels, 3 * Second);
-    QCOMPARE(level.value, 30U);
+    QCOMPARE(level.value(), 30U);
 }
 
-void tst_LevelState::aDirectChangeDuringAFadeIsOverwrittenByTheNextStep() {
+void tst_LevelArray::aDirectChangeDuringAFadeIsOverwrittenByTheNextStep() {
     SlotArray levels{};
-    LevelState level = fader();
+    Fader level;
     level.goTo(200, 2, 0);
     level.updateDMX(levels, Second / 2);
-    level.value = 3;
+    level.setValue(3);
     level.updateDMX(levels, Second);
-    QCOMPARE(level.value, 100U);
+    QCOMPARE(level.value(), 100U);
     QCOMPARE(levels[0], 100);
 }
 
-void tst_LevelState::onlyAStepThatChangesTheLevelAsksForARedraw() {
+void tst_LevelArray::onlyAStepThatChangesTheLevelAsksForARedraw() {
     SlotArray levels{};
-    LevelState level = fader();
+    Fader level;
     level.goTo(10, 10, 0);
     level.updateDMX(levels, Second / 2);
-    QVERIFY(!level.needsRedraw);
+    QVERIFY(!level.takeRedraw());
     level.updateDMX(levels, Second + 1000);
-    QVERIFY(level.needsRedraw);
-    level.needsRedraw = false;
+    QVERIFY(level.takeRedraw());
     level.updateDMX(levels, Second + 2000);
-    QVERIFY(!level.needsRedraw);
+    QVERIFY(!level.takeRedraw());
 }
 
-QTEST_APPLESS_MAIN(tst_LevelState)
-#include "tst_LevelState.moc"
+void tst_LevelArray::aLevelWithoutAPlaceLeavesTheSlotsAlone() {
+    SlotArray universe{};
+    universe.fill(7);
+    const SlotArray before = universe;
+    LevelArray levels;
+    levels.add(200);
+    QVERIFY(!levels.updateDMX(universe, 0));
+    QVERIFY(!levels.updateDMX(0, universe, 0));
+    QCOMPARE(universe, before);
+}
+
+void tst_LevelArray::aFadeThatIsHeldStandsStill() {
+    SlotArray universe{};
+    Fader level;
+    level.hold();
+    level.goTo(200, 2, 0);
+    QVERIFY(!level.updateDMX(universe, Second));
+    QCOMPARE(level.value(), 0U);
+    QVERIFY(!level.takeRedraw());
+}
+
+void tst_LevelArray::allLevelsAreUpdatedInOneGo() {
+    SlotArray universe{};
+    LevelArray levels;
+    levels.add(10);
+    levels.add(0);
+    levels.add(30);
+    levels.setPlace(0, slotPlace(0, 1));
+    levels.setPlace(1, slotPlace(1, 2));
+    levels.setPlace(2, slotPlace(512, 1));
+    QVERIFY(levels.updateDMX(universe, 0));
+    QCOMPARE(universe[0], 10);
+    QVERIFY(!levels.updateDMX(universe, Tick));
+    QVERIFY(!levels.takeRedraw());
+    levels.goTo(1, 1000, 1, Tick);
+    QVERIFY(levels.updateDMX(universe, Tick + Second / 2));
+    QCOMPARE(universe[1], 0x01);
+    QCOMPARE(universe[2], 0xF4);
+    QVERIFY(levels.takeRedraw());
+    QVERIFY(!levels.takeRedraw());
+    QVERIFY(!levels.takeRedraw(0));
+    QVERIFY(levels.takeRedraw(1));
+    levels.updateDMX(universe, Tick + 2 * Second);
+    QVERIFY(!levels.fade(1).running());
+    QCOMPARE(levels.value(1), 1000U);
+    // A fade that is started after all others have ended runs like the first.
+    levels.updateDMX(universe, Tick + 3 * Second);
+    levels.goTo(0, 20, 1, 4 * Second);
+    QVERIFY(levels.updateDMX(universe, 6 * Second));
+    QCOMPARE(universe[0], 20);
+}
+
+QTEST_APPLESS_MAIN(tst_LevelArray)
+#include "tst_LevelArray.moc"

@@ -5,6 +5,7 @@
 #include "cues/ModifierKeys.h"
 #include "settings/Settings.h"
 #include "support/AsWritten.h"
+#include "support/PaintCount.h"
 #include "support/TestClock.h"
 #include "support/TestRig.h"
 
@@ -23,22 +24,6 @@ bool gOptionHeld = false;
 QVariantMap record(const QString& key, const QVariant& value, const QVariant& time = 0.0) {
     return {{"key", key}, {"value", value}, {"time", time}};
 }
-
-/// How often a widget is painted while it lives.
-class PaintCounter : public QObject {
-public:
-    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
-    int paints() const { return paints_; }
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        paints_ += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-
-private:
-    int paints_ = 0;
-};
 
 } // namespace
 
@@ -373,14 +358,14 @@ void tst_CueStepper::clearBringsEverythingToRestAndRedrawsIt() {
     stepper_->setCurrCue("1");
     spot_->setDMXValue(200, 10);
     wash_->setTime(3);
-    const PaintCounter counter(*wash_);
+    PaintCount counter(*wash_);
     stepper_->clear();
     QCOMPARE(spot_->value(), 0U);
     QVERIFY(!spot_->fade().running());
     QCOMPARE(wash_->value(), 50U);
     QCOMPARE(wash_->time(), 0.0F);
     QVERIFY(!stepper_->currCue());
-    QTRY_COMPARE(counter.paints(), 1);
+    QCOMPARE(counter.take(), 1);
 }
 
 void tst_CueStepper::clearTimingTakesTheTimesAndNoLevel() {
@@ -390,14 +375,14 @@ void tst_CueStepper::clearTimingTakesTheTimesAndNoLevel() {
     spot_->setValue(200);
     spot_->setTime(2);
     wash_->setTime(3);
-    const PaintCounter counter(*wash_);
+    PaintCount counter(*wash_);
     stepper_->clearTiming();
     QCOMPARE(spot_->value(), 200U);
     QCOMPARE(spot_->time(), 0.0F);
     QCOMPARE(wash_->value(), 50U);
     QCOMPARE(wash_->time(), 0.0F);
     QVERIFY(!stepper_->currCue());
-    QTRY_COMPARE(counter.paints(), 1);
+    QCOMPARE(counter.take(), 1);
 }
 
 void tst_CueStepper::clearTimingLetsAFadeRunOn() {

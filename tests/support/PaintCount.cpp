@@ -1,14 +1,14 @@
 #include "support/PaintCount.h"
 
 #include <QCoreApplication>
-#include <QEvent>
+#include <QPaintEvent>
 #include <QWidget>
 
 #include <utility>
 
-PaintCount::PaintCount(QWidget& widget) {
+PaintCount::PaintCount(const QWidget& widget) : widget_(widget) {
     QCoreApplication::processEvents();
-    widget.installEventFilter(this);
+    widget.parentWidget()->installEventFilter(this);
 }
 
 int PaintCount::take() {
@@ -17,6 +17,9 @@ int PaintCount::take() {
 }
 
 bool PaintCount::eventFilter(QObject* watched, QEvent* event) {
-    paints_ += event->type() == QEvent::Paint ? 1 : 0;
+    if (event->type() == QEvent::Paint) {
+        const QRegion& due = static_cast<QPaintEvent*>(event)->region();
+        paints_ += due.intersects(widget_.geometry()) ? 1 : 0;
+    }
     return QObject::eventFilter(watched, event);
 }

@@ -4,18 +4,21 @@
 
 class QWidget;
 
-/// Counts how often a widget is painted, for as long as it lives. The widget has to be on the screen.
+/// Counts how often the place of a widget is painted by its parent, which draws it, for as long as the widget
+/// lives. It has to be on the screen.
 class PaintCount : public QObject {
     Q_OBJECT
 
 public:
-    explicit PaintCount(QWidget& widget);
+    explicit PaintCount(const QWidget& widget);
 
-    /// Lets the widget paint what is due and returns how often it painted since this was last asked.
+    /// Lets the parent paint what is due and returns how often it painted the place since this was last
+    /// asked.
     int take();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    const QWidget& widget_;
     int paints_ = 0;
 };

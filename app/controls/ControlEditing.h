@@ -1,0 +1,73 @@
+#pragma once
+
+#include "controls/ControlLevel.h"
+#include "controls/NumericEntry.h"
+
+#include <QPointF>
+#include <QWidget>
+
+#include <cstdint>
+
+/// A control's widget as far as its level goes: the operator types, steps, drags, turns, copies and pastes
+/// it, and whatever changes it has it drawn again. The view around it draws all its controls in one go and is
+/// asked for that; which control is selected is left to the class on top.
+class ControlEditing : public QWidget, public ControlLevel {
+    Q_OBJECT
+
+public:
+    /// Asks the view to draw this control again, if it can be seen.
+    void update();
+    /// The same, if a fade moved the level since this was last asked.
+    void redrawIfFaded();
+
+    /// Writes the level into the universe's slots and advances a running fade; true when a slot changed.
+    bool updateDMX(Slots universe);
+    /// Goes to `value` over `time` seconds, which becomes the control's fade time.
+    void setDMXValue(std::uint32_t value, float time);
+    /// Goes to the profile's default at once; the fade time becomes 0.
+    void setDefault();
+
+    /// Makes this control the one that its window's keys go to.
+    virtual void makeFirstResponder() = 0;
+    virtual void selectNextControl(bool backwards) = 0;
+
+    void keyDown(const QKeyEvent& event);
+    /// Applies the number being typed; true when a new level was asked for.
+    bool endEdit();
+    /// Shows, updates or takes away the entry field, as the number being typed wants it.
+    void changedEditState();
+    /// Places are in window coordinates.
+    void mouseDown(QPointF place);
+    void mouseDragged(QPointF place);
+    void mouseUp();
+    /// `delta` is in notches of a plain wheel; finer ones count tenfold, and 200 times with Command.
+    void scrollWheel(double delta, bool command);
+
+public slots:
+    /// The pasteboard takes the level as a keyed archive under text/plain; other programs read nothing in it.
+    void copy() const;
+    /// Takes the level from the pasteboard at once; anything that is no such archive changes nothing.
+    void paste();
+
+protected:
+    ControlEditing(QWidget& superview, ControlLevel level);
+    ~ControlEditing() override;
+
+    /// Drops the number being typed.
+    void endEntry();
+
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void moveTo(std::uint32_t level);
+
+    NumericEntry numericEntry_;
+    std::uint32_t startValue = 0; ///< the level when the drag began
+    QPointF startPt;
+    bool tracking = false;
+    bool dragging = false;
+};
