@@ -3,7 +3,6 @@
 #include "controls/DMXControl.h"
 
 #include <QApplication>
-#include <QImage>
 
 #include <benchmark/benchmark.h>
 
@@ -44,10 +43,12 @@ void drawMovingFaders(benchmark::State& state) {
 }
 
 void floorFill(benchmark::State& state) {
-    constexpr QSize surfaceSize(64 * 150, 32 * 19);
-    QImage surface(surfaceSize, QImage::Format_RGB32);
+    Floors::Fill faders(static_cast<int>(state.range(0)));
+    faders.show();
+    QApplication::processEvents();
     while (state.KeepRunning()) {
-        Floors::fill(surface, static_cast<int>(state.range(0)));
+        faders.update();
+        QApplication::processEvents();
     }
 }
 

@@ -14,6 +14,11 @@ namespace {
 
 constexpr std::uint32_t loopback = INADDR_LOOPBACK;
 
+// As faders stand in a fixture's window.
+constexpr int rows = 32;
+constexpr int columnWidth = 150;
+constexpr int rowHeight = 19;
+
 std::uint16_t boundPort(int socket) {
     sockaddr_in bound{};
     socklen_t size = sizeof bound;
@@ -57,12 +62,17 @@ void Send::run() {
     }
 }
 
-void fill(QPaintDevice& surface, int faderCount) {
+Fill::Fill(int faderCount) : faderCount_(faderCount) {
+    resize((faderCount + rows - 1) / rows * columnWidth, rows * rowHeight);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void Fill::paintEvent(QPaintEvent*) {
     constexpr QSizeF half(73, 15);
-    constexpr int rows = 32;
-    QPainter painter(&surface);
-    for (int i = 0; i < faderCount; ++i) {
-        const QPointF corner = QPoint(i / rows * 150 + 2, i % rows * 19 + 2);
+    constexpr QPointF inset(2, 2);
+    QPainter painter(this);
+    for (int i = 0; i < faderCount_; ++i) {
+        const QPointF corner = inset + QPoint(i / rows * columnWidth, i % rows * rowHeight);
         painter.fillRect(QRectF(corner, half), Qt::darkGray);
         painter.fillRect(QRectF(corner + QPointF(half.width(), 0), half), Qt::lightGray);
     }

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QWidget>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
-
-class QPaintDevice;
 
 /// The least that a machine can do for the same work; every figure is told beside one of these, measured in
 /// the same run, so that the ratio holds on a busy machine too.
@@ -43,7 +43,16 @@ private:
     std::uint16_t port_ = 0;
 };
 
-/// Fills two rectangles for each fader into one surface.
-void fill(QPaintDevice& surface, int faderCount);
+/// One widget as large as that many faders, in which two rectangles are filled for each.
+class Fill : public QWidget {
+public:
+    explicit Fill(int faderCount);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    int faderCount_;
+};
 
 } // namespace Floors
