@@ -1,16 +1,17 @@
 #include "controls/LevelArray.h"
 
+#include <span>
 #include <utility>
 
 std::size_t LevelArray::add(std::uint32_t value) {
     levels_.push_back({.value = value, .place = {}});
-    fades_.emplace_back();
+    movements_.emplace_back();
     return levels_.size() - 1;
 }
 
 bool LevelArray::goTo(std::size_t index, std::uint32_t target, float seconds, std::uint64_t now) {
     Level& level = levels_[index];
-    Fade& fade = fades_[index].fade;
+    Fade& fade = movements_[index].fade;
     const std::uint32_t oldValue = level.value;
     fade.start(oldValue, target, seconds, now);
     if (fade.running()) {
@@ -22,15 +23,13 @@ bool LevelArray::goTo(std::size_t index, std::uint32_t target, float seconds, st
 }
 
 bool LevelArray::updateDMX(std::size_t index, Slots universe, std::uint64_t now) {
-    stepFade(index, now);
+    stepFades(index, 1, now);
     return encode(universe, levels_[index].place, levels_[index].value);
 }
 
 bool LevelArray::updateDMX(Slots universe, std::uint64_t now) {
-    if (std::exchange(fading_, false)) {
-        for (std::size_t i = 0; i < fades_.size(); ++i) {
-            stepFade(i, now);
-        }
+    if (fading_) {
+        fading_ = stepFades(0, levels_.size(), now);
     }
     bool changed = false;
     for (const Level& level : levels_) {
@@ -39,22 +38,30 @@ bool LevelArray::updateDMX(Slots universe, std::uint64_t now) {
     return changed;
 }
 
-void LevelArray::stepFade(std::size_t index, std::uint64_t now) {
-    Movement& movement = fades_[index];
-    if (!movement.fade.running() || movement.held) {
-        return;
+bool LevelArray::stepFades(std::size_t first, std::size_t count, std::uint64_t now) {
+    const std::span levels = std::span(levels_).subspan(first, count);
+    const std::span movements = std::span(movements_).subspan(first, count);
+    bool fading = false;
+    bool moved = false;
+    for (std::size_t i = 0; i < count; ++i) {
+        Movement& movement = movements[i];
+        if (movement.held || !movement.fade.running()) {
+            continue;
+        }
+        const std::uint32_t value = movement.fade.step(now);
+        if (value != levels[i].value) {
+            levels[i].value = value;
+            movement.needsRedraw = true;
+            moved = true;
+        }
+        fading |= movement.fade.running();
     }
-    fading_ = true; // so that one that ends now is looked at once more, which does no harm
-    const std::uint32_t value = movement.fade.step(now);
-    if (value != levels_[index].value) {
-        levels_[index].value = value;
-        movement.needsRedraw = true;
-        needsRedraw_ = true;
-    }
+    needsRedraw_ |= moved;
+    return fading;
 }
 
 bool LevelArray::takeRedraw(std::size_t index) {
-    return std::exchange(fades_[index].needsRedraw, false);
+    return std::exchange(movements_[index].needsRedraw, false);
 }
 
 bool LevelArray::takeRedraw() {

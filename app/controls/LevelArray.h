@@ -21,8 +21,8 @@ public:
     /// The slots that the level is written into.
     void setPlace(std::size_t index, SlotPlace place) { levels_[index].place = place; }
     /// A fade that is held does not advance.
-    void holdFade(std::size_t index, bool held) { fades_[index].held = held; }
-    const Fade& fade(std::size_t index) const { return fades_[index].fade; }
+    void holdFade(std::size_t index, bool held) { movements_[index].held = held; }
+    const Fade& fade(std::size_t index) const { return movements_[index].fade; }
 
     /// Goes to `target` over `seconds`, at once when there is no time or nothing to go. `now` is in
     /// monotonic nanoseconds. Returns true when the target is a new level.
@@ -50,10 +50,10 @@ private:
         bool needsRedraw = false;
     };
 
-    void stepFade(std::size_t index, std::uint64_t now);
+    bool stepFades(std::size_t first, std::size_t count, std::uint64_t now);
 
     std::vector<Level> levels_;
-    std::vector<Movement> fades_;
+    std::vector<Movement> movements_;
     bool fading_ = false; ///< some fade may be running
     bool needsRedraw_ = false;
 };
