@@ -33,13 +33,26 @@ constexpr std::array<std::uint8_t, headerSize> art_hdr = {
 std::optional<DMX_Universe::Registry> gUniverses;
 OutageLog gOutageLog;
 
+// The number in at least five digits, zeros in front; a sign counts as one of them.
+using KeyBuffer = std::array<char, 16>;
+std::string_view keyOf(std::int32_t number, KeyBuffer& buffer) {
+    // The universes that there are in Art-Net, digit by digit: every fixture asks for its own in every tick,
+    // and printing takes longer than finding.
+    if (number >= 0 && number <= 99'999) {
+        for (std::size_t digit = 5; digit-- > 0; number /= 10) {
+            buffer[digit] = static_cast<char>('0' + number % 10);
+        }
+        return {buffer.data(), 5};
+    }
+    const int length = std::snprintf(buffer.data(), buffer.size(), "%05d", number);
+    return {buffer.data(), static_cast<std::size_t>(length)};
+}
+
 } // namespace
 
 DMX_Universe& DMX_Universe::getUniverse(std::int32_t number) {
-    std::array<char, sizeof "-2147483648"> digits{};
-    const int length = std::snprintf(digits.data(), digits.size(), "%05d", number);
-    const std::string_view key(digits.data(), static_cast<std::size_t>(length));
-
+    KeyBuffer buffer{};
+    const std::string_view key = keyOf(number, buffer);
     if (!gUniverses) {
         gUniverses.emplace();
     }
