@@ -64,11 +64,10 @@ void releaseRig() {
 }
 
 void tick(int socket) {
-    constexpr std::uint32_t nobody = 0x7F0000FA; // 127.0.0.250
     for (const auto& view : *ControlView::controlViews()) {
         view->update();
     }
     for (const auto& [key, universe] : *DMX_Universe::universes()) {
-        universe->sendWithSocket(socket, nobody);
+        universe->sendWithSocket(socket, tickAddress);
     }
 }

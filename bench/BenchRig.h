@@ -36,5 +36,9 @@ void releaseRig();
 /// A profile of `controlCount` faders in columns of 32.
 QVariantList columnsOfFaders(int controlCount);
 
-/// What one tick does, to a loopback address that nobody listens on; with socket -1 nothing is sent.
+/// Where the ticks are sent to: 127.0.0.250, the Art-Net port.
+inline constexpr std::uint32_t tickAddress = 0x7F0000FA;
+inline constexpr std::uint16_t tickPort = 6454;
+
+/// What one tick does; with socket -1 nothing is sent.
 void tick(int socket);

@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
+
 #include <arpa/inet.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -18,13 +20,6 @@ constexpr std::uint32_t loopback = INADDR_LOOPBACK;
 constexpr int rows = 32;
 constexpr int columnWidth = 150;
 constexpr int rowHeight = 19;
-
-std::uint16_t boundPort(int socket) {
-    sockaddr_in bound{};
-    socklen_t size = sizeof bound;
-    ::getsockname(socket, reinterpret_cast<sockaddr*>(&bound), &size);
-    return ntohs(bound.sin_port);
-}
 
 } // namespace
 
@@ -40,22 +35,33 @@ void Scan::run() {
     benchmark::ClobberMemory();
 }
 
-Send::Send(std::size_t packetCount)
-    : packets_(packetCount), socket_(::socket(AF_INET, SOCK_DGRAM, 0)),
-      receiver_(::socket(AF_INET, SOCK_DGRAM, 0)) {
-    const sockaddr_in any = socketAddress(loopback, 0);
-    if (::bind(receiver_, reinterpret_cast<const sockaddr*>(&any), sizeof any) == 0) {
-        port_ = boundPort(receiver_);
+Receiver::Receiver(std::uint32_t address, std::uint16_t port) : socket_(::socket(AF_INET, SOCK_DGRAM, 0)) {
+    const sockaddr_in place = socketAddress(address, port);
+    if (::bind(socket_, reinterpret_cast<const sockaddr*>(&place), sizeof place) != 0) {
+        std::perror("a benchmark's receiver");
     }
 }
 
+Receiver::~Receiver() {
+    ::close(socket_);
+}
+
+std::uint16_t Receiver::port() const {
+    sockaddr_in bound{};
+    socklen_t size = sizeof bound;
+    ::getsockname(socket_, reinterpret_cast<sockaddr*>(&bound), &size);
+    return ntohs(bound.sin_port);
+}
+
+Send::Send(std::size_t packetCount)
+    : packets_(packetCount), receiver_(loopback, 0), socket_(::socket(AF_INET, SOCK_DGRAM, 0)) {}
+
 Send::~Send() {
     ::close(socket_);
-    ::close(receiver_);
 }
 
 void Send::run() {
-    const sockaddr_in target = socketAddress(loopback, port_);
+    const sockaddr_in target = socketAddress(loopback, receiver_.port());
     for (const auto& packet : packets_) {
         ::sendto(socket_, packet.data(), packet.size(), 0, reinterpret_cast<const sockaddr*>(&target),
                  sizeof target);

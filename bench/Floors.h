@@ -27,7 +27,21 @@ private:
     std::vector<Record> records_;
 };
 
-/// A loop of sendto over ready packets of 530 bytes, to a loopback socket that is bound and never read.
+/// A loopback socket that is bound and never read: what is sent to it costs the sending and no more.
+class Receiver {
+public:
+    /// At an IPv4 address in host order; with port 0 the system picks one.
+    Receiver(std::uint32_t address, std::uint16_t port);
+    ~Receiver();
+    Receiver(const Receiver&) = delete;
+    Receiver& operator=(const Receiver&) = delete;
+    std::uint16_t port() const;
+
+private:
+    int socket_;
+};
+
+/// A loop of sendto over ready packets of 530 bytes to such a receiver.
 class Send {
 public:
     explicit Send(std::size_t packetCount);
@@ -38,9 +52,8 @@ public:
 
 private:
     std::vector<std::array<std::uint8_t, 530>> packets_;
+    Receiver receiver_;
     int socket_;
-    int receiver_;
-    std::uint16_t port_ = 0;
 };
 
 /// One widget as large as that many faders, in which two rectangles are filled for each.

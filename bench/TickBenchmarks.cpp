@@ -72,6 +72,7 @@ void tickAllFade(benchmark::State& state, int socket) {
 }
 
 void withSocket(benchmark::State& state, void (*measure)(benchmark::State&, int)) {
+    const Floors::Receiver receiver(tickAddress, tickPort);
     const int socket = createSocket(0);
     measure(state, socket);
     ::close(socket);
