@@ -43,8 +43,21 @@ void restoreEveryLevel(benchmark::State& state) {
     }
 }
 
+// What a cue does once its records are found.
+void setEveryLevel(benchmark::State& state) {
+    rigOf(256);
+    std::uint32_t level = 0;
+    while (state.KeepRunning()) {
+        ++level;
+        for (const auto& [key, control] : DMXControl::controlsByName()) {
+            control->setDMXValue(level % 2, 0);
+        }
+    }
+}
+
 BENCHMARK(buildFullRig)->Unit(benchmark::kMillisecond);
 BENCHMARK(switchRigOfFortyFixtures)->Unit(benchmark::kMillisecond);
+BENCHMARK(setEveryLevel)->Unit(benchmark::kMillisecond);
 BENCHMARK(restoreEveryLevel)->Unit(benchmark::kMillisecond);
 
 } // namespace

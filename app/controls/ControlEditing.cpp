@@ -1,6 +1,7 @@
 #include "controls/ControlEditing.h"
 
 #include "controls/ControlKeys.h"
+#include "controls/ControlParent.h"
 #include "controls/ControlPasteboard.h"
 #include "controls/EditView.h"
 #include "controls/LevelMovement.h"
@@ -9,10 +10,9 @@
 #include <QWheelEvent>
 
 #include <optional>
-#include <utility>
 
-ControlEditing::ControlEditing(QWidget& superview, ControlLevel level)
-    : QWidget(&superview), ControlLevel(std::move(level)) {
+ControlEditing::ControlEditing(ControlParent& view, const ControlDefinition& definition)
+    : QWidget(&view.superview()), ControlLevel(view.levels(), definition), parent(&view) {
     setUpdatesEnabled(false); // the toolkit leaves it out: the view draws it
 }
 
@@ -20,9 +20,18 @@ ControlEditing::~ControlEditing() {
     EditView::hide(this);
 }
 
+void ControlEditing::leaveView() {
+    endEntry();
+    mouseUp();
+    parent = nullptr;
+    setParent(nullptr);
+}
+
+// The view is asked first: a cue goes through all controls, and most of them stand in views that are not
+// shown.
 void ControlEditing::update() {
-    if (isVisible()) {
-        parentWidget()->update(geometry());
+    if (parent && parent->superview().isVisible() && isVisible()) {
+        parent->superview().update(geometry());
     }
 }
 

@@ -8,6 +8,8 @@
 
 #include <cstdint>
 
+class ControlParent;
+
 /// A control's widget as far as its level goes: the operator types, steps, drags, turns, copies and pastes
 /// it, and whatever changes it has it drawn again. The view around it draws all its controls in one go and is
 /// asked for that; which control is selected is left to the class on top.
@@ -50,8 +52,13 @@ public slots:
     void paste();
 
 protected:
-    ControlEditing(QWidget& superview, ControlLevel level);
+    ControlEditing(ControlParent& view, const ControlDefinition& definition);
     ~ControlEditing() override;
+
+    /// Null once the view is gone.
+    ControlParent* view() const { return parent; }
+    /// Takes the control out of its view; its entry and its drag end.
+    void leaveView();
 
     /// Drops the number being typed.
     void endEntry();
@@ -65,6 +72,7 @@ protected:
 private:
     void moveTo(std::uint32_t level);
 
+    ControlParent* parent;
     NumericEntry numericEntry_;
     std::uint32_t startValue = 0; ///< the level when the drag began
     QPointF startPt;

@@ -31,7 +31,8 @@ void ControlLevel::takePlace() {
 
 bool ControlLevel::goTo(std::uint32_t value, float time) {
     _time = time;
-    return levels_->goTo(index_, value, time, monotonicNanoseconds());
+    const std::uint64_t now = time != 0 ? monotonicNanoseconds() : 0; // at once is at any time
+    return levels_->goTo(index_, value, time, now);
 }
 
 bool ControlLevel::updateDMX(Slots universe) {

@@ -18,7 +18,9 @@ namespace {
 
 constexpr QSize initialSize(100, 10);
 
-DMXControl::Registry gDmxControlList;
+// Side by side, each kind by itself: a cue goes through all of them.
+std::pmr::unsynchronized_pool_resource gPool;
+DMXControl::Registry gDmxControlList(&gPool);
 
 ControlDefinition definitionFor(const QVariantMap& entry, ControlParent& parent) {
     ControlDefinition definition = ControlDefinition::fromEntry(entry);
@@ -38,7 +40,8 @@ bool onlyBorrowsFocus(Qt::FocusReason reason) {
 
 std::shared_ptr<DMXControl> DMXControl::controlWithDictionary(const QVariantMap& entry,
                                                               ControlParent& parent) {
-    auto control = std::make_shared<DMXControl>(entry, parent);
+    const std::pmr::polymorphic_allocator<DMXControl> pool(&gPool);
+    auto control = std::allocate_shared<DMXControl>(pool, entry, parent);
     if (control->dummy()) {
         return control;
     }
@@ -69,26 +72,23 @@ DMXControl::DMXControl(const QVariantMap& entry, ControlParent& view)
     : DMXControl(definitionFor(entry, view), view) {}
 
 DMXControl::DMXControl(const ControlDefinition& definition, ControlParent& view)
-    : ControlEditing(view.superview(), ControlLevel(view.levels(), definition)), parent(&view),
-      _name(view.resolvedName(definition.name)), _hide(definition.hide), _header(definition.header) {
+    : ControlEditing(view, definition), _name(view.resolvedName(definition.name)), _hide(definition.hide),
+      _header(definition.header) {
     resize(initialSize);
     setFocusPolicy(definition.dummy ? Qt::NoFocus : Qt::ClickFocus);
 }
 
 void DMXControl::removeFromSuperview() {
-    endEntry();
+    leaveView();
     firstResponder = false;
-    mouseUp();
-    parent = nullptr;
-    setParent(nullptr);
 }
 
 QString DMXControl::toolTip() const {
-    if (!parent) {
+    if (!view()) {
         return {};
     }
     return QString("Univ: %1, Addr: %2")
-        .arg(static_cast<int>(parent->universe()))
+        .arg(static_cast<int>(view()->universe()))
         .arg(static_cast<int>(address() + 1));
 }
 
@@ -105,7 +105,7 @@ ControlLook DMXControl::look() const {
 // --- Selection -----------------------------------------------------------------------------------------
 
 void DMXControl::makeFirstResponder() {
-    if (!parent) {
+    if (!view()) {
         return;
     }
     setFocus(Qt::OtherFocusReason);
@@ -116,8 +116,8 @@ void DMXControl::makeFirstResponder() {
 }
 
 void DMXControl::becomeFirstResponder() {
-    DMXControl* const previous = parent->selectedControl();
-    parent->setSelectedControl(this);
+    DMXControl* const previous = view()->selectedControl();
+    view()->setSelectedControl(this);
     if (previous && previous != this && previous->firstResponder) {
         previous->resignFirstResponder();
     }
@@ -140,7 +140,7 @@ void DMXControl::selectNextControl(bool backwards) {
         update();
     }
     endEntry();
-    const auto& controls = parent->controls();
+    const auto& controls = view()->controls();
     const auto count = controls.size();
     const auto isThis = [this](const auto& control) { return control.get() == this; };
     const auto here = static_cast<std::size_t>(std::ranges::find_if(controls, isThis) - controls.begin());

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <memory_resource>
 #include <vector>
 
 class ControlParent;
@@ -19,7 +20,7 @@ class DMXControl : public ControlEditing {
     Q_OBJECT
 
 public:
-    using Registry = std::map<QString, std::shared_ptr<DMXControl>>;
+    using Registry = std::pmr::map<QString, std::shared_ptr<DMXControl>>;
 
     /// A new control made from a profile's entry and, unless it is a dummy, registered under the parent's
     /// key, a point and its name. A key that is taken is reported on standard output; the newest control
@@ -66,7 +67,6 @@ private:
     void becomeFirstResponder();
     void resignFirstResponder();
 
-    ControlParent* parent = nullptr; ///< null once the view is gone
     QString _name;
     bool firstResponder = false;
     bool _hide = false;
