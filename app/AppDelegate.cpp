@@ -13,7 +13,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QTableView>
 
 #include <utility>
 
@@ -82,7 +81,8 @@ void AppDelegate::applicationDidFinishLaunching() {
         savedState_.restoreState(rig_.stateKey());
     }
     setIPAddress(destination_.text());
-    _window.tableview().setModel(&fixtureTable_);
+    _window.showFixtures(fixtureTable_);
+    _window.showOutput(destination_);
     ticker_.start([this] { timerProc(); });
     beginActivity();
     cueCommands_.setupCueMenu();

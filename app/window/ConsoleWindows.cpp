@@ -23,6 +23,7 @@ QStringList titles(const QList<QWidget*>& windows) {
 
 ConsoleWindows::ConsoleWindows(MainWindow& mainWindow) : mainWindow_(mainWindow) {
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &ConsoleWindows::rememberFront);
+    connect(&mainWindow, &MainWindow::fixtureChosen, this, &ConsoleWindows::bringFixtureToFront);
 }
 
 QList<QWidget*> ConsoleWindows::fixtureWindows() const {
@@ -60,6 +61,12 @@ void ConsoleWindows::bringToFront(const QString& title) {
 
 void ConsoleWindows::bringMainToFront() {
     bringBack(mainWindow_);
+}
+
+void ConsoleWindows::bringFixtureToFront(int row) {
+    if (QWidget* const fixture = fixtureWindows().value(row)) {
+        bringBack(*fixture);
+    }
 }
 
 void ConsoleWindows::rememberFront() {

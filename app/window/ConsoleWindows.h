@@ -30,6 +30,7 @@ public:
 private:
     QList<QWidget*> fixtureWindows() const;
     void bringToFront(const QString& title);
+    void bringFixtureToFront(int row);
     void rememberFront();
 
     MainWindow& mainWindow_;

@@ -5,10 +5,13 @@
 #include "ui_MainWindow.h"
 #include "widgets/ScrollingMenu.h"
 #include "widgets/ShownText.h"
+#include "window/HelpPage.h"
+#include "window/OutputStatusLine.h"
 #include "window/RecoveryNotice.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QHeaderView>
 
 namespace {
 
@@ -34,6 +37,13 @@ MainWindow::MainWindow(WindowPlaces& places) : ui_(std::make_unique<Ui::MainWind
     connect(ui_->quitAction, &QAction::triggered, this, &MainWindow::quitChosen);
     connect(ui_->copyAction, &QAction::triggered, this, [] { sendToFocus("copy"); });
     connect(ui_->pasteAction, &QAction::triggered, this, [] { sendToFocus("paste"); });
+    connect(ui_->keysAction, &QAction::triggered, this, [this] { openKeysPage(*this); });
+    connect(ui_->aboutAction, &QAction::triggered, this, [this] { openAboutPage(*this); });
+    connect(ui_->tableview, &QTableView::activated, this, [this](const QModelIndex& cell) {
+        if (!cell.flags().testFlag(Qt::ItemIsEditable)) {
+            emit fixtureChosen(cell.row());
+        }
+    });
 }
 
 MainWindow::~MainWindow() = default;
@@ -52,6 +62,16 @@ CueMenu& MainWindow::cueMenu() {
 }
 WindowMenu& MainWindow::windowMenu() {
     return *ui_->windowMenu;
+}
+
+void MainWindow::showFixtures(QAbstractItemModel& fixtures) {
+    ui_->tableview->setModel(&fixtures);
+    ui_->tableview->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch); // names need the room
+}
+
+void MainWindow::showOutput(const Destination& destination) {
+    constexpr int allRoom = 1;
+    ui_->statusBar->addWidget(new OutputStatusLine(destination), allRoom); // the bar owns it
 }
 
 void MainWindow::addConfiguration(const QString& name) {

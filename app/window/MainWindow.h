@@ -6,6 +6,8 @@
 
 class AddressField;
 class CueMenu;
+class Destination;
+class QAbstractItemModel;
 class QTableView;
 class WindowMenu;
 class WindowPlaces;
@@ -31,6 +33,11 @@ public:
     CueMenu& cueMenu();
     WindowMenu& windowMenu();
 
+    /// Fills the table. `fixtures` has to outlive the window or to be empty by then.
+    void showFixtures(QAbstractItemModel& fixtures);
+    /// Tells in the status line what goes out to the destination, which has to outlive the window.
+    void showOutput(const Destination& destination);
+
     /// Adds a rig's name to the configuration menu.
     void addConfiguration(const QString& name);
     /// Puts the check mark on a rig's name; the others keep theirs.
@@ -45,6 +52,8 @@ public:
 signals:
     void quitChosen();
     void configurationChosen(const QString& name);
+    /// A double click or Return on the name of a fixture, by its row.
+    void fixtureChosen(int row);
     void savedRigChosen();
 
 protected:

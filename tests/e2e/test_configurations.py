@@ -4,7 +4,7 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
-from console import Fader
+from console import ADDRESS_CELL, Fader
 from cues import PLACEHOLDER, CueMenu, cue, new_cue
 from display import keys_of
 from home import write
@@ -15,8 +15,6 @@ from waiting import wait_until
 SHEET = "Load Configuration"
 TRUSS = "Truss Univ: 5 Addr: 1"
 TRUSS_DIMMER = DIMMER._replace(title=TRUSS)
-
-ADDRESS_CELL = (340, 86)
 
 # The configurations menu: a point in its title, and its rows from the end.
 MENU_TITLE = (125, 10)

@@ -4,15 +4,14 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
-from console import ADDRESS_FIELD
+from console import ADDRESS_CELL, ADDRESS_FIELD
 from cues import PLACEHOLDER, SHEET, CueMenu, cue, new_cue, sorted_records, wait_until_answered
 from home import write
 from stage import BACK, BACK_DIMMER, DIMMER, FRONT, GREEN, MAIN, PAN, RED, SHUTTER
 
-# Places of the sheet's buttons, from its right and its top, and of the first fixture's address in the table.
+# Places of the sheet's buttons, from its right and its top.
 OK_BUTTON = (137, 71)
 CANCEL_BUTTON = (51, 71)
-ADDRESS_CELL = (340, 86)
 
 # By their order: 1, 2 and 10; each has a level of its own.
 CUES = {"10": cue({"Front.Dimmer": 110}), "2": cue({"Front.Dimmer": 102}), "1": cue({"Front.Dimmer": 101})}

@@ -3,11 +3,10 @@
 import unittest
 
 from case import ConsoleTestCase
+from console import ADDRESS_CELL as ADDRESS, NAME_CELL as NAME, UNIVERSE_CELL as UNIVERSE
 from receiver import levels
 from stage import BACK, BACK_DIMMER, DIMMER, FRONT, MAIN, SHUTTER, placement
 
-# Points in the cells of the first fixture's row; the next row is 24 lower.
-NAME, UNIVERSE, ADDRESS = (75, 86), (205, 86), (340, 86)
 ROW_HEIGHT = 24
 
 
@@ -107,10 +106,24 @@ class EditingTest(TableTestCase):
         self.assertEqual(self.views_left()[1], placement("Back", 12, 101))
 
     def test_a_name_is_not_edited(self):
-        self.enter(NAME, "8")
+        self.display.activate(MAIN)
+        self.display.click(MAIN, *NAME)
+        self.display.type("8")
         self.enter(UNIVERSE, "3", row=1)
         self.wait_for_titles(FRONT, title("Back", 3, 101))
         self.assertEqual(self.views_left()[0], placement("Front", 1, 1))
+
+    def test_a_double_click_on_a_name_brings_its_fixture_to_the_front(self):
+        self.edit(NAME)
+        self.display.wait_for_front(FRONT)
+        self.edit(NAME, row=1)
+        self.display.wait_for_front(BACK)
+
+    def test_return_on_a_name_brings_its_fixture_to_the_front(self):
+        self.display.activate(MAIN)
+        self.display.click(MAIN, *NAME)
+        self.display.key("Down", "Return")
+        self.display.wait_for_front(BACK)
 
     def test_datagrams_go_on_while_a_cell_is_edited(self):
         self.edit(ADDRESS)

@@ -40,6 +40,7 @@ private slots:
     void theWindowOfThatTitleComesToTheFront_data();
     void theWindowOfThatTitleComesToTheFront();
     void aTitleThatNoWindowHasBringsNothingToTheFront();
+    void aFixtureThatIsChosenInTheTableComesToTheFront();
 
     void theTitleInFrontIsThatOfTheActiveWindow();
     void theTitleIsTheOneThatTheWindowHasNow();
@@ -140,6 +141,16 @@ void tst_ConsoleWindows::aTitleThatNoWindowHasBringsNothingToTheFront() {
         QCoreApplication::processEvents();
         QVERIFY(wash_->window()->isActiveWindow());
     }
+}
+
+void tst_ConsoleWindows::aFixtureThatIsChosenInTheTableComesToTheFront() {
+    emit mainWindow_->fixtureChosen(0);
+    QTRY_COMPARE(QApplication::activeWindow(), spot_->window());
+    wash_->window()->showMinimized();
+    emit mainWindow_->fixtureChosen(1);
+    QTRY_COMPARE(QApplication::activeWindow(), wash_->window());
+    emit mainWindow_->fixtureChosen(2);
+    QCOMPARE(QApplication::activeWindow(), wash_->window());
 }
 
 void tst_ConsoleWindows::theTitleInFrontIsThatOfTheActiveWindow() {

@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QTableView>
 #include <QTest>
 
@@ -22,6 +23,17 @@ QMenu& menuTitled(MainWindow& window, const QString& title) {
         }
     }
     qFatal("no menu '%s'", qUtf8Printable(title));
+}
+
+/// Names that are not edited, universes and addresses that are.
+std::unique_ptr<QStandardItemModel> twoFixtures() {
+    auto fixtures = std::make_unique<QStandardItemModel>();
+    for (const char* name : {"Spot", "Wash"}) {
+        auto* const item = new QStandardItem(name);
+        item->setEditable(false);
+        fixtures->appendRow({item, new QStandardItem("0"), new QStandardItem("1")});
+    }
+    return fixtures;
 }
 
 QStringList checkedNames(const QMenu& menu) {
@@ -65,6 +77,9 @@ private slots:
     void aPlaceOutsideAllScreensIsMovedOntoOne();
     void everyMoveIsRemembered();
     void theTableCanBeWalkedByKeys();
+    void namesOfFixturesHaveTheRoomThatNumbersLeave();
+    void returnOnAFixturesNameTellsItsRow();
+    void returnOnANumberEditsIt();
 
 private:
     void activate(QWidget& window) {
@@ -93,7 +108,7 @@ void tst_MainWindow::theMenusStandInTheirOrder() {
     for (const QAction* action : window_->menuBar()->actions()) {
         menus.append(action->text());
     }
-    QCOMPARE(menus, (QStringList{"&File", "&Edit", "Confi&gurations", "Cues", "&Window"}));
+    QCOMPARE(menus, (QStringList{"&File", "&Edit", "Confi&gurations", "Cues", "&Window", "&Help"}));
     QCOMPARE(&menuTitled(*window_, "Confi&gurations"), &window_->configMenu());
     QCOMPARE(&menuTitled(*window_, "Cues"), &window_->cueMenu());
     QCOMPARE(&menuTitled(*window_, "&Window"), &window_->windowMenu());
@@ -297,6 +312,39 @@ void tst_MainWindow::everyMoveIsRemembered() {
 void tst_MainWindow::theTableCanBeWalkedByKeys() {
     QVERIFY(window_->tableview().tabKeyNavigation());
     QCOMPARE(window_->tableview().selectionBehavior(), QAbstractItemView::SelectItems);
+}
+
+void tst_MainWindow::namesOfFixturesHaveTheRoomThatNumbersLeave() {
+    const std::unique_ptr<QStandardItemModel> fixtures = twoFixtures();
+    window_->showFixtures(*fixtures);
+    activate(*window_);
+    const QTableView& table = window_->tableview();
+    QCOMPARE(table.columnWidth(1), 90);
+    QCOMPARE(table.columnWidth(2), 90);
+    QCOMPARE(table.columnWidth(0), table.viewport()->width() - 180);
+}
+
+void tst_MainWindow::returnOnAFixturesNameTellsItsRow() {
+    const std::unique_ptr<QStandardItemModel> fixtures = twoFixtures();
+    window_->showFixtures(*fixtures);
+    activate(*window_);
+    const QSignalSpy chosen(window_.get(), &MainWindow::fixtureChosen);
+    window_->tableview().setCurrentIndex(fixtures->index(1, 0));
+    QTest::keyClick(&window_->tableview(), Qt::Key_Return);
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.first().first().toInt(), 1);
+}
+
+void tst_MainWindow::returnOnANumberEditsIt() {
+    const std::unique_ptr<QStandardItemModel> fixtures = twoFixtures();
+    window_->showFixtures(*fixtures);
+    activate(*window_);
+    const QSignalSpy chosen(window_.get(), &MainWindow::fixtureChosen);
+    window_->tableview().setCurrentIndex(fixtures->index(1, 2));
+    QTest::keyClick(&window_->tableview(), Qt::Key_F2);
+    QVERIFY(window_->tableview().indexWidget(fixtures->index(1, 2)));
+    QTest::keyClick(&window_->tableview(), Qt::Key_Return);
+    QCOMPARE(chosen.size(), 0);
 }
 
 QTEST_MAIN(tst_MainWindow)
