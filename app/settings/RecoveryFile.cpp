@@ -36,7 +36,7 @@ QByteArray fingerprint(const QString& path) {
 QVariantMap asPropertyList(const ShowSnapshot& show) {
     QVariantList controls;
     QVariantList levels;
-    for (const ControlLevel& level : show.levels) {
+    for (const KeptLevel& level : show.levels) {
         controls.append(level.key);
         levels.append(qlonglong{level.value});
     }
@@ -50,10 +50,10 @@ QVariantMap asPropertyList(const ShowSnapshot& show) {
     return list;
 }
 
-std::vector<ControlLevel> levelsFrom(const QVariantMap& list) {
+std::vector<KeptLevel> levelsFrom(const QVariantMap& list) {
     const QVariantList controls = listValue(list.value(controlsKey));
     const QVariantList values = listValue(list.value(levelsKey));
-    std::vector<ControlLevel> levels;
+    std::vector<KeptLevel> levels;
     for (qsizetype i = 0; i < std::min(controls.size(), values.size()); ++i) {
         levels.push_back({.key = stringValue(controls.at(i)), .value = values.at(i).toUInt()});
     }

@@ -2,8 +2,8 @@
 
 #include "controls/DMXControl.h"
 
-std::vector<ControlLevel> presentLevels() {
-    std::vector<ControlLevel> levels;
+std::vector<KeptLevel> presentLevels() {
+    std::vector<KeptLevel> levels;
     for (const auto& [key, control] : DMXControl::controlsByName()) {
         if (control->notDefault()) {
             levels.push_back({.key = key, .value = control->value()});
@@ -12,7 +12,7 @@ std::vector<ControlLevel> presentLevels() {
     return levels;
 }
 
-void restoreLevels(const std::vector<ControlLevel>& levels) {
+void restoreLevels(const std::vector<KeptLevel>& levels) {
     const auto& controls = DMXControl::controlsByName();
     for (const auto& [key, value] : levels) {
         if (const auto found = controls.find(key); found != controls.end()) {

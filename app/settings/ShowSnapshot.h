@@ -8,7 +8,7 @@
 #include <vector>
 
 /// The level of the control that is registered under `key`.
-struct ControlLevel {
+struct KeptLevel {
     QString key;
     std::uint32_t value = 0;
 };
@@ -19,11 +19,11 @@ struct ShowSnapshot {
     std::optional<QVariantMap> settings; ///< the rig with its patch and cues
     QString configName;
     std::optional<QString> currCue;
-    std::vector<ControlLevel> levels; ///< of the controls away from their defaults
+    std::vector<KeptLevel> levels; ///< of the controls away from their defaults
 };
 
 /// The levels of all registered controls that are away from their defaults.
-std::vector<ControlLevel> presentLevels();
+std::vector<KeptLevel> presentLevels();
 
 /// Sets every control that is named to its level, at once; keys that name none are passed over.
-void restoreLevels(const std::vector<ControlLevel>& levels);
+void restoreLevels(const std::vector<KeptLevel>& levels);

@@ -19,7 +19,7 @@ void tst_ShowSnapshot::levelsAwayFromTheirDefaultsAreTaken() {
     rig.add(placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan", 128), controlEntry("Red")}));
     controlNamed("Spot.Pan").setValue(0);
     controlNamed("Spot.Red").setValue(255);
-    const std::vector<ControlLevel> levels = presentLevels();
+    const std::vector<KeptLevel> levels = presentLevels();
     QCOMPARE(levels.size(), 2U);
     QCOMPARE(levels.at(0).key, QString("Spot.Pan"));
     QCOMPARE(levels.at(0).value, 0U);
