@@ -9,6 +9,11 @@ std::size_t LevelArray::add(std::uint32_t value) {
     return levels_.size() - 1;
 }
 
+void LevelArray::holdFade(std::size_t index, bool held) {
+    movements_[index].held = held;
+    fading_ = fading_ || !held; // what is let go may be a fade under way
+}
+
 bool LevelArray::goTo(std::size_t index, std::uint32_t target, float seconds, std::uint64_t now) {
     Level& level = levels_[index];
     Fade& fade = movements_[index].fade;

@@ -21,7 +21,7 @@ public:
     /// The slots that the level is written into.
     void setPlace(std::size_t index, SlotPlace place) { levels_[index].place = place; }
     /// A fade that is held does not advance.
-    void holdFade(std::size_t index, bool held) { movements_[index].held = held; }
+    void holdFade(std::size_t index, bool held);
     const Fade& fade(std::size_t index) const { return movements_[index].fade; }
 
     /// Goes to `target` over `seconds`, at once when there is no time or nothing to go. `now` is in

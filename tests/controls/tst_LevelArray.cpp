@@ -57,6 +57,7 @@ private slots:
     void onlyAStepThatChangesTheLevelAsksForARedraw();
     void aLevelWithoutAPlaceLeavesTheSlotsAlone();
     void aFadeThatIsHeldStandsStill();
+    void aFadeThatIsLetGoMoves();
     void allLevelsAreUpdatedInOneGo();
 };
 
@@ -273,6 +274,19 @@ void tst_LevelArray::aFadeThatIsHeldStandsStill() {
     QVERIFY(!level.updateDMX(universe, Second));
     QCOMPARE(level.value(), 0U);
     QVERIFY(!level.takeRedraw());
+}
+
+void tst_LevelArray::aFadeThatIsLetGoMoves() {
+    SlotArray universe{};
+    LevelArray levels;
+    levels.add(0);
+    levels.setPlace(0, slotPlace(0, 1));
+    levels.holdFade(0, true);
+    levels.goTo(0, 200, 2, 0);
+    QVERIFY(!levels.updateDMX(universe, Second / 2));
+    levels.holdFade(0, false);
+    QVERIFY(levels.updateDMX(universe, Second));
+    QCOMPARE(levels.value(0), 100U);
 }
 
 void tst_LevelArray::allLevelsAreUpdatedInOneGo() {
