@@ -19,8 +19,9 @@ END_SECONDS = 30
 
 ADDRESS_FIELD = (260, 40)  # a point in it
 
-# Points in the cells of the first fixture's row in the table; the next row is 24 lower.
+# Points in the cells of the first fixture's row in the table.
 NAME_CELL, UNIVERSE_CELL, ADDRESS_CELL = (75, 120), (270, 120), (360, 120)
+TABLE_ROW_HEIGHT = 24
 
 COLUMN_WIDTH = 150
 ROW_HEIGHT = 19

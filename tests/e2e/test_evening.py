@@ -5,7 +5,7 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
-from console import Fader
+from console import ADDRESS_CELL, TABLE_ROW_HEIGHT, UNIVERSE_CELL, Fader
 from cues import CueMenu, new_cue, sorted_records
 from display import keys_of
 from menu import Menu
@@ -37,8 +37,8 @@ TRUSS = "Truss Univ: 7 Addr: 1"
 COLUMNS_AND_ROWS = {"Dimmer": (0, 1), "Pan": (0, 2), "Shutter": (0, 3), "Red": (1, 0), "Green": (1, 1)}
 
 # Points in the main window.
-ADDRESS_OF_FRONT = (340, 86)
-UNIVERSE_OF_BACK, ADDRESS_OF_BACK = (205, 110), (340, 110)
+ADDRESS_OF_FRONT = ADDRESS_CELL
+UNIVERSE_OF_BACK, ADDRESS_OF_BACK = ((x, y + TABLE_ROW_HEIGHT) for x, y in (UNIVERSE_CELL, ADDRESS_CELL))
 CONFIGURATIONS_MENU = (125, 10)
 TOUR = 1  # the last row of that menu
 LOAD_SHEET = "Load Configuration"

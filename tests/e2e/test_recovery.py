@@ -6,7 +6,7 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
-from console import PROGRAM, Console, environment
+from console import ADDRESS_CELL, PROGRAM, UNIVERSE_CELL, Console, environment
 from cues import new_cue
 from display import Display
 from home import write
@@ -24,9 +24,9 @@ class RecoveryTestCase(ConsoleTestCase):
         new_cue(console, "2.5")
         self.display.key("ctrl+w")
         self.display.activate(MAIN)
-        self.display.double_click(MAIN, 205, 86)  # the first fixture's universe
+        self.display.double_click(MAIN, *UNIVERSE_CELL)
         self.display.key("3", "Return")
-        self.display.double_click(MAIN, 340, 86)  # and its address
+        self.display.double_click(MAIN, *ADDRESS_CELL)
         self.display.key("1", "1", "Return")
         self.wait_until_kept()
 

@@ -5,6 +5,7 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
+from console import UNIVERSE_CELL
 from home import write
 from receiver import Receiver
 from stage import BACK, BACK_DIMMER, DIMMER, FRONT, MAIN, PAN, RED, SHUTTER
@@ -52,7 +53,7 @@ class EndTest(ConsoleTestCase):
     def test_quits_while_a_cell_of_the_table_is_edited(self):
         with self.console() as console:
             self.display.activate(MAIN)
-            self.display.double_click(MAIN, 205, 86)  # the first fixture's universe
+            self.display.double_click(MAIN, *UNIVERSE_CELL)
             self.display.type("9")
             self.display.settle()
             console.quit()

@@ -8,6 +8,7 @@ from datetime import datetime
 import cues
 import stage
 from case import ConsoleTestCase
+from console import ADDRESS_CELL
 from cues import PLACEHOLDER, new_cue
 from home import write
 from stage import BACK, BACK_DIMMER, DIMMER, FRONT, MAIN, PAN, SHUTTER, STAGE
@@ -161,7 +162,7 @@ class EndTest(SavedStateTestCase):
             console.set(DIMMER, "7")
             self.wait_for_front({1: 7})
             self.display.activate(MAIN)
-            self.display.double_click(MAIN, 340, 86)
+            self.display.double_click(MAIN, *ADDRESS_CELL)
             self.display.type("9")
             self.display.settle()
             self.assert_saves_the_dimmer(console, 7, signal.SIGHUP)

@@ -3,11 +3,10 @@
 import unittest
 
 from case import ConsoleTestCase
-from console import ADDRESS_CELL as ADDRESS, NAME_CELL as NAME, UNIVERSE_CELL as UNIVERSE
+from console import (ADDRESS_CELL as ADDRESS, NAME_CELL as NAME, TABLE_ROW_HEIGHT, UNIVERSE_CELL as UNIVERSE)
 from receiver import levels
 from stage import BACK, BACK_DIMMER, DIMMER, FRONT, MAIN, SHUTTER, placement
 
-ROW_HEIGHT = 24
 
 
 def title(name, universe, address):
@@ -23,7 +22,7 @@ class TableTestCase(ConsoleTestCase):
         """Opens a cell's field with a double click."""
         x, y = cell
         self.display.activate(MAIN)
-        self.display.double_click(MAIN, x, y + ROW_HEIGHT * row)
+        self.display.double_click(MAIN, x, y + TABLE_ROW_HEIGHT * row)
 
     def enter(self, cell, text, row=0, end="Return"):
         """Types a text over what stands in a cell."""
