@@ -8,7 +8,6 @@ from receiver import levels
 from stage import BACK, BACK_DIMMER, DIMMER, FRONT, MAIN, SHUTTER, placement
 
 
-
 def title(name, universe, address):
     return f"{name} Univ: {universe} Addr: {address}"
 
