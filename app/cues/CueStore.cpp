@@ -6,6 +6,9 @@
 #include "settings/Settings.h"
 
 #include <algorithm>
+#include <functional>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -30,9 +33,17 @@ auto roundOrder(const auto& isBehind) {
 
 } // namespace
 
+// Each number is taken apart once and not for each comparison. The order is compareCueNumbers()'s.
 QStringList CueStore::sortedCueList() const {
-    QStringList numbers = settings_.cues().keys();
-    std::ranges::sort(numbers, comesBefore);
+    std::vector<std::pair<CueNumberComponents, QString>> sorted;
+    for (const QString& number : settings_.cues().keys()) {
+        sorted.emplace_back(cueNumberComponents(number), number);
+    }
+    std::ranges::sort(sorted, std::less());
+    QStringList numbers;
+    for (auto& [components, number] : sorted) {
+        numbers.append(std::move(number));
+    }
     return numbers;
 }
 
