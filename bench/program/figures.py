@@ -30,7 +30,7 @@ class Figures:
 
     def __init__(self):
         self._rows = []
-        print(f"{'figure':64}{'measured':>10} {'unit':6}goal", flush=True)
+        print(f"{'figure':66}{'measured':>10} {'unit':6}goal", flush=True)
 
     def add(self, name, value, unit, goal=None):
         """`value` may be several readings; the median of them counts."""
@@ -39,7 +39,7 @@ class Figures:
         verdict = "" if goal is None else "met" if goal.lowest <= value <= goal.highest else "MISSED"
         self._rows.append({"name": name, "value": value, "unit": unit, "readings": readings,
                            "goal": goal and list(goal), "verdict": verdict})
-        print(f"{name:64}{value:10.2f} {unit:6}{goal or ''} {verdict}".rstrip(), flush=True)
+        print(f"{name:66}{value:10.2f} {unit:6}{goal or ''} {verdict}".rstrip(), flush=True)
 
     def save(self, path):
         path.parent.mkdir(parents=True, exist_ok=True)

@@ -60,6 +60,14 @@ def rig_of(parts, with_cues=False):
     return Rig(profiles, {}, settings, views)
 
 
+def moving_faders(count):
+    """A fixture in which every tick changes something: of one fader that moves in finer steps than the others."""
+    rig = rig_of([(0, 1, count)], with_cues=True)
+    rig.profiles[f"Faders {count}"][0]["channels"] = 2
+    rig.settings["cues"]["2"][0]["value"] = 65535
+    return rig
+
+
 def ten_thousand_cues():
     """A fixture of ten 16-bit faders and as many cues as an operator may come to have; all of them take a minute."""
     view = {"name": "F", "universe": 0, "address": 1, "layer": 1, "profiles": [{"profile": "Ten"}]}
