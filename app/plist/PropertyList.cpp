@@ -119,7 +119,7 @@ std::optional<QString> Reader::text(QByteArrayView utf8) {
     if (known != texts_.cend()) {
         return *known;
     }
-    const std::optional<QString> text = decoded(utf8);
+    std::optional<QString> text = decoded(utf8);
     if (text) {
         texts_.insert(utf8.toByteArray(), *text);
     }
