@@ -2,8 +2,10 @@
 #include "CommandLine.h"
 #include "ConsoleLock.h"
 #include "DesktopIdentity.h"
+#include "DisplayCheck.h"
 #include "HomeFolder.h"
 #include "ProcessSignals.h"
+#include "StartConditions.h"
 #include "plist/WholeFile.h"
 #include "settings/RecoveryFile.h"
 #include "settings/SettingsFile.h"
@@ -14,6 +16,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -34,8 +37,16 @@ int main(int argc, char** argv) {
         return *commandLine.exitStatus;
     }
     ensureHome();
+    if (const QString reason = whyNotToStart(); !reason.isNull()) {
+        std::fprintf(stderr, "Faderhall cannot start: %s.\n", qUtf8Printable(reason));
+        return EXIT_FAILURE;
+    }
     ProcessSignals::ignoreFrontRequests();
-    QApplication application(argc, argv);
+    std::optional<QApplication> application;
+    {
+        const DisplayCheck check;
+        application.emplace(argc, argv);
+    }
     std::setlocale(LC_NUMERIC, "C"); // the application object sets the user's, and stored numbers have none
     QApplication::setQuitOnLastWindowClosed(false);
     const ConsoleLock lock(ConsoleLock::defaultPath());

@@ -37,14 +37,15 @@ class Display:
     Coordinates are those of a window's content, from its upper left corner.
     """
 
+    def __init__(self, window_manager=True):
+        self._has_window_manager = window_manager
+
     def __enter__(self):
         with ExitStack() as stack:
             self.name = self._start_server(stack)
             self._environment = {**os.environ, "DISPLAY": self.name}
-            # It overlooks windows that open before it has come to its startup command.
-            stack.enter_context(running(["openbox", "--startup", "xprop -root -f READY 8s -set READY yes"],
-                                        env=self._environment))
-            wait_until(lambda: "yes" in self._root_property("READY"), "the window manager")
+            if self._has_window_manager:
+                self._start_window_manager(stack)
             self._stack = stack.pop_all()
         return self
 
@@ -54,6 +55,12 @@ class Display:
     def kill(self):
         """Ends the display server under its programs."""
         self._server.kill()
+
+    def _start_window_manager(self, stack):
+        # It overlooks windows that open before it has come to its startup command.
+        stack.enter_context(running(["openbox", "--startup", "xprop -root -f READY 8s -set READY yes"],
+                                    env=self._environment))
+        wait_until(lambda: "yes" in self._root_property("READY"), "the window manager")
 
     def _start_server(self, stack):
         reading, writing = os.pipe()

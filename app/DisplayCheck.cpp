@@ -1,0 +1,31 @@
+#include "DisplayCheck.h"
+
+#include <QtGlobal>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+QtMessageHandler gHandlerBefore = nullptr;
+
+void endOnFatal(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtFatalMsg) {
+        std::fputs(
+            "Faderhall finds no display to open its windows on. QT_QPA_PLATFORM=offscreen in the environment "
+            "runs it without windows.\n",
+            stderr);
+        std::_Exit(EXIT_FAILURE);
+    }
+    gHandlerBefore(type, context, message);
+}
+
+} // namespace
+
+DisplayCheck::DisplayCheck() {
+    gHandlerBefore = qInstallMessageHandler(endOnFatal);
+}
+
+DisplayCheck::~DisplayCheck() {
+    qInstallMessageHandler(gHandlerBefore);
+}

@@ -1,0 +1,146 @@
+"""A desktop on which things are missing: the console starts or says why not, and keeps the show."""
+
+import os
+import resource
+import signal
+import subprocess
+import unittest
+
+import stage
+from case import ConsoleTestCase
+from console import PROGRAM, Console, environment
+from display import Display
+from home import write
+from stage import DIMMER, FRONT, STAGE
+from waiting import wait_until
+
+MEBIBYTE = 1 << 20
+
+
+class StartTest(ConsoleTestCase):
+    def assert_works(self, **changes):
+        """Starts, takes keys, sends, and ends. What libraries say on standard error is theirs."""
+        with self.console(**changes) as console:
+            self.display.activate(FRONT)
+            self.display.key("Tab", "9", "Return")
+            self.wait_for_front({1: 9})
+            console.kill(signal.SIGTERM)
+        self.assertEqual(console.process.returncode, 0)
+        self.assertEqual(self.home.defaults["saved_state: Stage"], [{"key": "Front.Dimmer", "value": 9, "time": 0}])
+
+    def test_no_fonts(self):
+        nothing = self.home.output / "fonts.conf"
+        nothing.write_text("<fontconfig></fontconfig>")
+        self.assert_works(FONTCONFIG_FILE=str(nothing))
+
+    def test_no_session_bus_and_no_runtime_folder(self):
+        self.assert_works(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere", XDG_RUNTIME_DIR="/nowhere")
+
+
+class BareTest(ConsoleTestCase):
+    """Consoles that are not waited for by their windows."""
+
+    def setUp(self):
+        super().setUp()
+        write(self.home.settings_file, STAGE)
+
+    def start(self, prepare=None, **changes):
+        variables = {name: value for name, value in environment(self.home, **changes).items() if value is not None}
+        return subprocess.Popen([PROGRAM, "--resources", self.home.resources], env=variables, preexec_fn=prepare,
+                                stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+
+    def end(self, process):
+        """Ends it as an operator would; its status and what it said."""
+        process.send_signal(signal.SIGTERM)
+        _, said = process.communicate(timeout=30)
+        return process.returncode, said
+
+    def test_no_display(self):
+        for name in (None, ":4711"):
+            with self.subTest(name):
+                process = self.start(DISPLAY=name)
+                _, said = process.communicate(timeout=30)
+                self.assertEqual(process.returncode, 1)
+                self.assertIn("Faderhall finds no display", said.splitlines()[-1])
+        self.assertEqual(self.home.settings, STAGE)
+
+    def test_no_window_manager(self):
+        with Display(window_manager=False) as bare:
+            process = self.start(DISPLAY=bare.name)
+            self.wait_for_front({})
+            self.assertEqual(self.end(process)[0], 0)
+
+    def test_every_scale(self):
+        for factor in ["1", "1.25", "2", "3"]:
+            with self.subTest(factor):
+                self.receiver.forget()
+                process = self.start(DISPLAY=self.display.name, QT_SCALE_FACTOR=factor)
+                self.wait_for_front({})
+                self.display.activate(FRONT)
+                self.display.key("Tab", "9", "Return")
+                self.wait_for_front({1: 9})
+                self.assertEqual(self.end(process), (0, ""))
+                self.home.defaults_file.unlink()
+
+    def assert_says_why(self, reason, **options):
+        process = self.start(DISPLAY=self.display.name, **options)
+        _, said = process.communicate(timeout=30)
+        self.assertEqual((process.returncode, said), (1, f"Faderhall cannot start: {reason}.\n"))
+        self.assertEqual(self.home.settings, STAGE)
+
+    def test_a_home_whose_name_is_no_text(self):
+        folder = os.fsencode(self.home.folder.parent) + b"/caf\xe9"
+        os.mkdir(folder)
+        self.assert_says_why("the folder that HOME names is no UTF-8 text", HOME=os.fsdecode(folder))
+        self.assertEqual(os.listdir(folder), [])
+
+    def test_few_descriptors(self):
+        def limit():
+            resource.setrlimit(resource.RLIMIT_NOFILE, (20, 63))
+
+        self.assert_says_why("it may not open 64 files (ulimit -n)", prepare=limit)
+
+    def test_a_low_limit_of_descriptors_that_may_be_raised(self):
+        process = self.start(lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (10, 64)), DISPLAY=self.display.name)
+        self.wait_for_front({})
+        self.assertEqual(self.end(process), (0, ""))
+
+    @unittest.skipIf(b"__asan_init" in PROGRAM.read_bytes(), "an instrumented program reserves more than any limit")
+    def test_little_memory(self):
+        """It starts or says why not; either way the settings stay."""
+        starts = []
+        for size in (60, 100, 140, 180, 220, 400, 800):
+            with self.subTest(mebibytes=size):
+                limits = (size * MEBIBYTE, size * MEBIBYTE)
+                self.receiver.forget()
+                process = self.start(lambda limits=limits: resource.setrlimit(resource.RLIMIT_AS, limits),
+                                     DISPLAY=self.display.name)
+                wait_until(lambda: self.receiver.slots(1) or process.poll() is not None, "a start or an end")
+                starts.append(process.poll() is None)
+                status, said = self.end(process)
+                self.assertTrue(said or status == 0, f"status {status} without a word")
+                self.assertEqual(self.home.settings, STAGE)
+        self.assertIn(True, starts)
+        self.assertIn(False, starts)
+
+
+class RunTest(ConsoleTestCase):
+    def test_without_descriptors_a_running_show_goes_on_and_is_back_at_the_next_start(self):
+        write(self.home.settings_file, STAGE)
+        with self.console() as console:
+            console.set(DIMMER, "9")
+            self.wait_for_front({1: 9})
+            wait_until(lambda: self.home.recovery and self.home.recovery["levels"] == [9], "the show to be kept")
+            resource.prlimit(console.process.pid, resource.RLIMIT_NOFILE, (3, 3))
+            console.enter("10")
+            self.wait_for_front({1: 10})
+            console.kill(signal.SIGTERM)
+            self.assertEqual(console.process.returncode, 0)
+        self.assertEqual(self.home.settings, STAGE)
+        self.receiver.forget()
+        with self.console():
+            self.wait_for_front({1: 9})  # as it was when it could last be kept
+
+
+if __name__ == "__main__":
+    unittest.main()
