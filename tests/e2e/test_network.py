@@ -2,7 +2,6 @@
 
 import contextlib
 import os
-import subprocess
 import time
 import unittest
 from pathlib import Path
@@ -10,6 +9,7 @@ from pathlib import Path
 import network
 import stage
 from case import ConsoleTestCase
+from injection import injected
 from home import write
 from stage import DIMMER
 from waiting import wait_until
@@ -22,21 +22,6 @@ def sockets(process):
     """Its sockets, by the numbers that the kernel gave them when they were made."""
     return {link for link in (os.readlink(entry) for entry in Path(f"/proc/{process.pid}/fd").iterdir())
             if link.startswith("socket:")}
-
-
-@contextlib.contextmanager
-def failing(process, error):
-    """Every datagram of a process meets an error meanwhile."""
-    with subprocess.Popen(["strace", "-f", "-p", str(process.pid), "-o", os.devnull, "-e", "trace=sendto",
-                           "-e", f"inject=sendto:error={error}"], stderr=subprocess.PIPE, text=True) as strace:
-        try:
-            while "attached" not in (line := strace.stderr.readline()):
-                if not line:
-                    raise unittest.SkipTest("strace cannot attach to a program here")
-            yield
-        finally:
-            strace.terminate()
-            strace.communicate()
 
 
 class NetworkTest(ConsoleTestCase):
@@ -99,7 +84,7 @@ class NetworkTest(ConsoleTestCase):
                                                       ("ENETUNREACH", "Network is unreachable"),
                                                       ("EAGAIN", "Resource temporarily unavailable")], 10):
                 with self.subTest(error), self.outage(console, message):
-                    with failing(console.process, error):
+                    with injected(console.process, "sendto", f"error={error}"):
                         self.cable.forget()
                         console.enter("0.5", "s")
                         console.enter(str(level))  # fades while nothing can be sent

@@ -11,14 +11,15 @@ namespace {
 
 constexpr std::size_t maxBytes = 1 << 20;
 
-// What the console writes it reads again, and then as often as it likes.
-void requireThatItComesBack(const QByteArray& written, QByteArray (*write)(const QVariant&)) {
+// What was written, and would be let into a file, is read again as the values that `asXml` shows: the same
+// values come to the same XML, while the library's binary lists share equal values now more and now less.
+void requireThatItComesBack(const QByteArray& written, const QByteArray& asXml) {
     if (written.isEmpty() || !passesGatekeeper(written)) {
-        return; // refused by whoever writes it to a file
+        return;
     }
     const std::optional<QVariant> read = readPropertyList(written, largestPropertyListFile);
     require(read.has_value());
-    require(write(*read) == written);
+    require(writeXmlPropertyList(*read) == asXml);
 }
 
 } // namespace
@@ -26,8 +27,9 @@ void requireThatItComesBack(const QByteArray& written, QByteArray (*write)(const
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     if (const std::optional<QVariant> value = readPropertyList(bytes, maxBytes)) {
-        requireThatItComesBack(writeXmlPropertyList(*value), writeXmlPropertyList);
-        requireThatItComesBack(writeBinaryPropertyList(*value), writeBinaryPropertyList);
+        const QByteArray xml = writeXmlPropertyList(*value);
+        requireThatItComesBack(xml, xml);
+        requireThatItComesBack(writeBinaryPropertyList(*value), xml);
     }
     return 0;
 }
