@@ -4,6 +4,7 @@
 #include "Resources.h"
 #include "artnet/DMX_Universe.h"
 #include "artnet/Transport.h"
+#include "controls/AccessibleFader.h"
 #include "controls/DMXControl.h"
 #include "controls/EditView.h"
 #include "fixtures/ControlView.h"
@@ -34,6 +35,7 @@ AppDelegate::AppDelegate(const QString& resources)
       destination_(defaults_), fixtureTable_(rig_.settings()), _window(places_), windows_(_window),
       cueCommands_(rig_.settings(), _window.cueMenu()),
       showKeeper_(recoveryFile_, [this] { return presentShow(); }) {
+    AccessibleFader::install();
     connectWindow();
     connect(&processSignals_, &ProcessSignals::quitRequested, this, quit);
     connect(&processSignals_, &ProcessSignals::frontRequested, &windows_, &ConsoleWindows::bringMainToFront);

@@ -24,6 +24,20 @@ QStringList titles(const QList<QWidget*>& windows) {
 ConsoleWindows::ConsoleWindows(MainWindow& mainWindow) : mainWindow_(mainWindow) {
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &ConsoleWindows::rememberFront);
     connect(&mainWindow, &MainWindow::fixtureChosen, this, &ConsoleWindows::bringFixtureToFront);
+    addCommands();
+}
+
+void ConsoleWindows::addCommands() {
+    WindowMenu& menu = mainWindow_.windowMenu();
+    const QAction& next = menu.addCommand("&Next Window", {QKeySequence("F6"), QKeySequence("Ctrl+Tab")});
+    connect(&next, &QAction::triggered, this, [this] { bringNeighbourToFront(+1); });
+    const QAction& previous =
+        menu.addCommand("&Previous Window", {QKeySequence("Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
+    connect(&previous, &QAction::triggered, this, [this] { bringNeighbourToFront(-1); });
+}
+
+QList<QWidget*> ConsoleWindows::allWindows() const {
+    return QList<QWidget*>{&mainWindow_} + fixtureWindows();
 }
 
 QList<QWidget*> ConsoleWindows::fixtureWindows() const {
@@ -39,7 +53,7 @@ QList<QWidget*> ConsoleWindows::fixtureWindows() const {
 void ConsoleWindows::scanWindows(const QString& mainTitle) {
     const QList<QWidget*> fixtures = fixtureWindows();
     WindowMenu& menu = mainWindow_.windowMenu();
-    menu.setWindows(QList<QWidget*>{&mainWindow_} + fixtures);
+    menu.setWindows(allWindows());
     menu.setKeyEquivalents(mainWindow_.windowTitle(), titles(fixtures));
     for (QWidget* const fixture : fixtures) {
         // So that the keys of the menus work there while a sheet keeps the main window waiting.
@@ -51,7 +65,7 @@ void ConsoleWindows::scanWindows(const QString& mainTitle) {
 }
 
 void ConsoleWindows::bringToFront(const QString& title) {
-    const QList<QWidget*> windows = QList<QWidget*>{&mainWindow_} + fixtureWindows();
+    const QList<QWidget*> windows = allWindows();
     for (QWidget* const window : windows) {
         if (window->windowTitle() == title) {
             orderFront(*window, *windows.last());
@@ -67,6 +81,14 @@ void ConsoleWindows::bringFixtureToFront(int row) {
     if (QWidget* const fixture = fixtureWindows().value(row)) {
         bringBack(*fixture);
     }
+}
+
+// Round the windows in the menu's order; from anywhere else to the main window.
+void ConsoleWindows::bringNeighbourToFront(int step) {
+    const QList<QWidget*> windows = allWindows();
+    const qsizetype here = windows.indexOf(front_.data());
+    const qsizetype next = here < 0 ? 0 : (here + step + windows.size()) % windows.size();
+    bringBack(*windows.at(next));
 }
 
 void ConsoleWindows::rememberFront() {

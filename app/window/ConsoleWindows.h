@@ -28,9 +28,12 @@ public:
     QString frontTitle() const;
 
 private:
+    void addCommands();
     QList<QWidget*> fixtureWindows() const;
+    QList<QWidget*> allWindows() const;
     void bringToFront(const QString& title);
     void bringFixtureToFront(int row);
+    void bringNeighbourToFront(int step);
     void rememberFront();
 
     MainWindow& mainWindow_;

@@ -5,13 +5,26 @@
 
 #include <algorithm>
 
+QAction& WindowMenu::addCommand(const QString& text, const QList<QKeySequence>& keys) {
+    if (!aboveCommands_) {
+        aboveCommands_ = addSeparator();
+    }
+    QAction* const command = addAction(text);
+    command->setShortcuts(keys);
+    command->setShortcutContext(Qt::ApplicationShortcut);
+    return *command;
+}
+
 void WindowMenu::setWindows(const QList<QWidget*>& windows) {
-    clear();
+    qDeleteAll(windowItems_);
+    windowItems_.clear();
     for (QWidget* window : windows) {
-        QAction* const item =
-            addAction(menuText(window->windowTitle()), window, [window] { bringBack(*window); });
+        auto* const item = new QAction(menuText(window->windowTitle()), this);
+        connect(item, &QAction::triggered, window, [window] { bringBack(*window); });
         item->setData(window->windowTitle());
         item->setShortcutContext(Qt::ApplicationShortcut);
+        insertAction(aboveCommands_, item);
+        windowItems_.append(item);
     }
 }
 
@@ -27,10 +40,9 @@ void WindowMenu::setKeyEquivalents(const QString& mainTitle, const QStringList& 
 
 bool WindowMenu::setKeyEquivalent(const QString& title, int number) {
     constexpr int lastDigit = 9;
-    const QList<QAction*> items = actions();
-    const auto found =
-        std::ranges::find_if(items, [&](const QAction* item) { return item->data().toString() == title; });
-    if (found == items.end()) {
+    const auto found = std::ranges::find_if(
+        windowItems_, [&](const QAction* item) { return item->data().toString() == title; });
+    if (found == windowItems_.end()) {
         return false;
     }
     (*found)->setShortcut(number <= lastDigit ? QKeySequence(QString("Ctrl+%1").arg(number))

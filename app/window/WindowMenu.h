@@ -6,12 +6,15 @@
 class QWidget;
 
 /// The menu of the program's windows: an item for each under its title, which brings it to the front, and
-/// Ctrl+0 to Ctrl+9 for the first ten.
+/// Ctrl+0 to Ctrl+9 for the first ten; below them commands that concern all windows.
 class WindowMenu : public QMenu {
     Q_OBJECT
 
 public:
     using QMenu::QMenu;
+
+    /// Adds a command, by its first key and others; it stays whatever windows are listed.
+    QAction& addCommand(const QString& text, const QList<QKeySequence>& keys);
 
     /// Lists the windows anew, without keys.
     void setWindows(const QList<QWidget*>& windows);
@@ -23,4 +26,7 @@ public:
 
 private:
     bool setKeyEquivalent(const QString& title, int number);
+
+    QList<QAction*> windowItems_;
+    QAction* aboveCommands_ = nullptr; ///< a separator; null while there are no commands
 };

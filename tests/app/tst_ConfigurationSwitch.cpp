@@ -295,6 +295,9 @@ void tst_ConfigurationSwitch::theWindowMenuFollows() {
     console.loadConfiguration("Foyer");
     QStringList items;
     for (const QAction* item : console.window().windowMenu().actions()) {
+        if (item->isSeparator()) {
+            break; // below are commands
+        }
         items.append(item->text() + " / " + item->shortcut().toString(QKeySequence::PortableText));
     }
     QCOMPARE(items, (QStringList{"Faderhall / Ctrl+0", "Lamp Univ: 4 Addr: 100 / Ctrl+1"}));

@@ -438,6 +438,9 @@ void tst_StartUp::theCueMenuListsTheCues() {
 void tst_StartUp::theWindowMenuNumbersTheWindows() {
     QStringList items;
     for (const QAction* item : start().window().windowMenu().actions()) {
+        if (item->isSeparator()) {
+            break; // below are commands
+        }
         items.append(item->text() + " / " + item->shortcut().toString(QKeySequence::PortableText));
     }
     QCOMPARE(items, (QStringList{"Faderhall / Ctrl+0", "Spot Univ: 0 Addr: 1 / Ctrl+1",

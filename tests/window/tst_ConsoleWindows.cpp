@@ -15,9 +15,13 @@ namespace {
 
 const SheetText question{.message = "Enter new cue number", .informativeText = {}, .fieldLabel = {}};
 
+/// Of the windows.
 QStringList titlesAndKeys(const QMenu& menu) {
     QStringList found;
     for (const QAction* item : menu.actions()) {
+        if (item->isSeparator()) {
+            break; // below are commands
+        }
         found.append(item->text() + " / " + item->shortcut().toString(QKeySequence::PortableText));
     }
     return found;
@@ -41,6 +45,9 @@ private slots:
     void theWindowOfThatTitleComesToTheFront();
     void aTitleThatNoWindowHasBringsNothingToTheFront();
     void aFixtureThatIsChosenInTheTableComesToTheFront();
+
+    void keysLeadRoundTheWindows_data();
+    void keysLeadRoundTheWindows();
 
     void theTitleInFrontIsThatOfTheActiveWindow();
     void theTitleIsTheOneThatTheWindowHasNow();
@@ -151,6 +158,32 @@ void tst_ConsoleWindows::aFixtureThatIsChosenInTheTableComesToTheFront() {
     QTRY_COMPARE(QApplication::activeWindow(), wash_->window());
     emit mainWindow_->fixtureChosen(2);
     QCOMPARE(QApplication::activeWindow(), wash_->window());
+}
+
+void tst_ConsoleWindows::keysLeadRoundTheWindows_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<bool>("forward");
+
+    QTest::newRow("F6") << Qt::Key_F6 << Qt::KeyboardModifiers(Qt::NoModifier) << true;
+    QTest::newRow("Ctrl+Tab") << Qt::Key_Tab << Qt::KeyboardModifiers(Qt::ControlModifier) << true;
+    QTest::newRow("Shift+F6") << Qt::Key_F6 << Qt::KeyboardModifiers(Qt::ShiftModifier) << false;
+    QTest::newRow("Ctrl+Shift+Tab") << Qt::Key_Backtab << (Qt::ControlModifier | Qt::ShiftModifier) << false;
+}
+
+void tst_ConsoleWindows::keysLeadRoundTheWindows() {
+    QFETCH(const Qt::Key, key);
+    QFETCH(const Qt::KeyboardModifiers, modifiers);
+    QFETCH(const bool, forward);
+    windows_->scanWindows();
+    QList<QWidget*> expected{mainWindow_.get(), spot_->window(), wash_->window()};
+    if (!forward) {
+        expected = {spot_->window(), mainWindow_.get(), wash_->window()};
+    }
+    for (const QWidget* const window : expected) {
+        QTest::keyClick(QApplication::activeWindow()->windowHandle(), key, modifiers);
+        QTRY_COMPARE(QApplication::activeWindow(), window);
+    }
 }
 
 void tst_ConsoleWindows::theTitleInFrontIsThatOfTheActiveWindow() {

@@ -42,6 +42,7 @@ private slots:
     void anItemThatHadAKeyLosesItToANumberOfTwoDigits();
     void titlesAreShownAsTheyAre();
     void keysWorkInEveryWindow();
+    void commandsStandBelowTheWindowsAndStayWhenTheyAreListedAnew();
     void choosingAWindowBringsItToTheFront();
     void choosingAMinimizedWindowBringsItBack();
     void anItemOfAWindowThatIsGoneDoesNothing();
@@ -133,6 +134,18 @@ void tst_WindowMenu::titlesAreShownAsTheyAre() {
 void tst_WindowMenu::keysWorkInEveryWindow() {
     menu_->setWindows({addWindow("Faderhall")});
     QCOMPARE(menu_->actions().at(0)->shortcutContext(), Qt::ApplicationShortcut);
+}
+
+void tst_WindowMenu::commandsStandBelowTheWindowsAndStayWhenTheyAreListedAnew() {
+    menu_->setWindows({addWindow("Main")});
+    const QAction& command = menu_->addCommand("Next", {QKeySequence("F6"), QKeySequence("Ctrl+Tab")});
+    menu_->addCommand("Previous", {});
+    QCOMPARE(titles(*menu_), (QStringList{"Main", "", "Next", "Previous"}));
+    QVERIFY(menu_->actions().at(1)->isSeparator());
+    QCOMPARE(command.shortcuts().size(), 2);
+    QCOMPARE(command.shortcutContext(), Qt::ApplicationShortcut);
+    menu_->setWindows({addWindow("One"), addWindow("Two")});
+    QCOMPARE(titles(*menu_), (QStringList{"One", "Two", "", "Next", "Previous"}));
 }
 
 void tst_WindowMenu::choosingAWindowBringsItToTheFront() {
