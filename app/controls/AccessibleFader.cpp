@@ -105,8 +105,6 @@ void AccessibleFader::setCurrentValue(const QVariant& value) {
     }
     control_.setValue(level);
     control_.update();
-    QAccessibleValueChangeEvent changed(&control_, level);
-    QAccessible::updateAccessibility(&changed);
 }
 
 QStringList AccessibleFader::actionNames() const {
@@ -141,5 +139,12 @@ void AccessibleFader::takeKeys() {
 void AccessibleFader::step(int levels) {
     if (!control_.dummy()) {
         setCurrentValue(static_cast<double>(control_.value()) + levels);
+    }
+}
+
+void announceLevel(QWidget& control, std::uint32_t level) {
+    if (QAccessible::isActive() && control.hasFocus()) {
+        QAccessibleValueChangeEvent changed(&control, level);
+        QAccessible::updateAccessibility(&changed);
     }
 }

@@ -2,6 +2,8 @@
 
 #include <QAccessibleWidget>
 
+#include <cstdint>
+
 class ControlParent;
 class DMXControl;
 
@@ -35,3 +37,7 @@ private:
 
     DMXControl& control_;
 };
+
+/// Tells assistive technology of a new level, if it listens at all and the control has the keys: a cue moves
+/// thousands of the others.
+void announceLevel(QWidget& control, std::uint32_t level);

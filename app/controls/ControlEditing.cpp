@@ -1,5 +1,6 @@
 #include "controls/ControlEditing.h"
 
+#include "controls/AccessibleFader.h"
 #include "controls/ControlKeys.h"
 #include "controls/ControlParent.h"
 #include "controls/ControlPasteboard.h"
@@ -32,6 +33,7 @@ void ControlEditing::leaveView() {
 void ControlEditing::update() {
     if (parent && parent->superview().isVisible() && isVisible()) {
         parent->superview().update(geometry());
+        announceLevel(*this, value());
     }
 }
 

@@ -6,6 +6,7 @@ from contextlib import ExitStack
 from display import running
 from waiting import wait_until
 
+VALUE_CHANGED = "object:property-change:accessible-value"
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
@@ -54,6 +55,28 @@ class Accessibility:
 
     def names(self, role):
         return [shown.name for shown in self.all(role)]
+
+    def levels_announced(self, while_doing, count):
+        """The names and levels that are announced until there are so many of them."""
+        from gi.repository import GLib
+        announced = []
+
+        def keep(event):
+            announced.append((event.source.name, event.source.queryValue().currentValue))
+
+        self._client.Registry.registerEventListener(keep, VALUE_CHANGED)
+        try:
+            while_doing()
+            context = GLib.MainContext.default()
+
+            def enough():
+                context.iteration(False)
+                return len(announced) >= count
+
+            wait_until(enough, lambda: f"{count} announcements, {announced} came")
+        finally:
+            self._client.Registry.deregisterEventListener(keep, VALUE_CHANGED)
+        return announced
 
     def find(self, role, name):
         return wait_until(lambda: next((shown for shown in self.all(role) if shown.name == name), None),

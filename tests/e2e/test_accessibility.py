@@ -74,6 +74,12 @@ class AccessibilityTest(ConsoleTestCase):
         self.assertEqual([column.name for column in self.accessibility.all("table column header")],
                          ["Fixture", "Universe", "Address"])
 
+    def test_a_level_is_announced_of_the_fader_with_the_keys(self):
+        self.slider("Par 2 White").queryComponent().grabFocus()
+        self.display.wait_for_front("Par 2 Univ: 0 Addr: 16")
+        announced = self.accessibility.levels_announced(lambda: self.display.key("Right"), 1)
+        self.assertEqual(announced, [("Par 2 White", 1)])
+
     def test_labels_are_text(self):
         labels = self.accessibility.names("label")
         for label in ("Position", "Intensity", "Cell 8"):
