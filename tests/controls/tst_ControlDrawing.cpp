@@ -95,6 +95,11 @@ private slots:
     void macRomanIsTheCharacterSetOfThatName();
     void aFrameOfAnySizeIsDrawn_data();
     void aFrameOfAnySizeIsDrawn();
+    void aControlLooksTheSameAtEveryPlace();
+    void aLongNameStaysInsideItsFrame();
+    void textIsDrawnInTheScreensOwnPixels_data();
+    void textIsDrawnInTheScreensOwnPixels();
+    void moreTextsThanAreKeptAreDrawnLikeTheFirst();
 };
 
 void tst_ControlDrawing::theColoursAreThese_data() {
@@ -361,6 +366,62 @@ void tst_ControlDrawing::aFrameOfAnySizeIsDrawn() {
     const QImage image = drawn({.name = {}, .value = 128, .outlined = true}, size);
     QCOMPARE(image.pixel(0, 0), orange);
     QCOMPARE(image.pixel(size.width() - 1, size.height() - 1), orange);
+}
+
+void tst_ControlDrawing::aControlLooksTheSameAtEveryPlace() {
+    const ControlLook look{.name = "Pan", .value = 128, .outlined = true};
+    QImage image(450, 57, QImage::Format_RGB32);
+    image.fill(untouched);
+    QPainter painter(&image);
+    drawControl(painter, QRect(150, 19, 150, 19), look);
+    QCOMPARE(image.copy(150, 19, 150, 19), drawn(look));
+    QImage nothing = image;
+    nothing.fill(untouched);
+    painter.fillRect(150, 19, 150, 19, QColor(untouched));
+    QCOMPARE(image, nothing);
+}
+
+void tst_ControlDrawing::aLongNameStaysInsideItsFrame() {
+    QImage image(450, 57, QImage::Format_RGB32);
+    image.fill(untouched);
+    QPainter painter(&image);
+    drawControl(painter, QRect(150, 19, 150, 19), {.name = QString(256, 'W'), .dummy = true});
+    QVERIFY(pixelsThatDiffer(image, drawn({.name = {}, .dummy = true}, QSize(450, 57)),
+                             QRect(280, 19, 20, 19)) > 0);
+    painter.fillRect(150, 19, 150, 19, QColor(untouched));
+    QCOMPARE(columnsOf(untouched, image, 28), std::pair(0, 449));
+    QCOMPARE(columnsOf(white, image, 28), std::pair(-1, -1));
+}
+
+void tst_ControlDrawing::textIsDrawnInTheScreensOwnPixels_data() {
+    QTest::addColumn<double>("ratio");
+    QTest::addColumn<int>("bottom"); // the last row of letters without descenders
+    QTest::newRow("1") << 1.0 << 13;
+    QTest::newRow("1.25") << 1.25 << 17;
+    QTest::newRow("2") << 2.0 << 27;
+    QTest::newRow("3") << 3.0 << 41;
+}
+
+void tst_ControlDrawing::textIsDrawnInTheScreensOwnPixels() {
+    QFETCH(const double, ratio);
+    QFETCH(const int, bottom);
+    QImage image(frame * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    QPainter painter(&image);
+    drawControl(painter, QRect(QPoint(0, 0), frame), {.name = "HHH", .dummy = true});
+    const QRect text = textOf(image);
+    QVERIFY(text.left() >= 10 * ratio && text.left() <= 12 * ratio);
+    QVERIFY(text.height() >= 7 * ratio && text.height() <= 10 * ratio);
+    QCOMPARE(text.bottom(), bottom);
+}
+
+void tst_ControlDrawing::moreTextsThanAreKeptAreDrawnLikeTheFirst() {
+    const ControlLook look{.name = "Pan", .value = 12'345, .max = 65'535, .channels = 2};
+    const QImage first = drawn(look);
+    for (std::uint32_t value = 0; value < 20'000; ++value) {
+        QVERIFY(!valuePicture(value, 2, 1).image.isNull());
+    }
+    QCOMPARE(drawn(look), first);
 }
 
 QTEST_MAIN(tst_ControlDrawing)

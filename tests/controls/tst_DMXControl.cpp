@@ -5,7 +5,9 @@
 #include "support/StandardOutput.h"
 #include "support/TestClock.h"
 
+#include <QHelpEvent>
 #include <QTest>
+#include <QToolTip>
 
 #include <array>
 
@@ -45,6 +47,8 @@ private slots:
 
     void theTooltipShowsUniverseAndSlotFrom1_data();
     void theTooltipShowsUniverseAndSlotFrom1();
+    void theTooltipIsShownWhereThePointerRests();
+    void aDummyThatIsToldToFadeStandsStill();
 
     void aLevelWithoutATimeIsTakenAtOnceAndRedrawn();
     void aLevelWithATimeFades();
@@ -298,6 +302,34 @@ void tst_DMXControl::theTooltipShowsUniverseAndSlotFrom1() {
     control.setAddress(address);
     QCOMPARE(control.address(), address);
     QTEST(control.toolTip(), "tooltip");
+}
+
+void tst_DMXControl::theTooltipIsShownWhereThePointerRests() {
+    TestView view;
+    view.setUniverse(2);
+    DMXControl& control = view.addFader("Pan");
+    control.setAddress(0);
+    QVERIFY(view.bringToFront());
+    QHelpEvent rests(QEvent::ToolTip, QPoint(20, 5), control.mapToGlobal(QPoint(20, 5)));
+    QCoreApplication::sendEvent(&control, &rests);
+    QCOMPARE(QToolTip::text(), "Univ: 2, Addr: 1");
+    QToolTip::hideText();
+}
+
+void tst_DMXControl::aDummyThatIsToldToFadeStandsStill() {
+    TestClock clock(0);
+    TestView view;
+    DMXControl& label = view.add({{"label", "Pan"}});
+    SlotArray levels{};
+    label.setDMXValue(200, 2);
+    clock.set(Second);
+    QVERIFY(!label.updateDMX(levels));
+    QCOMPARE(label.value(), 0U);
+    label.setDummy(false);
+    label.setChannels(1);
+    clock.set(5 * Second);
+    QVERIFY(label.updateDMX(levels));
+    QCOMPARE(levels[0], 200);
 }
 
 void tst_DMXControl::aLevelWithoutATimeIsTakenAtOnceAndRedrawn() {
