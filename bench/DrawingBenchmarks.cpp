@@ -42,6 +42,18 @@ void drawMovingFaders(benchmark::State& state) {
     }
 }
 
+// What it takes to ask for that redrawing.
+void moveVisibleFaders(benchmark::State& state) {
+    const VisibleFaders faders(static_cast<int>(state.range(0)));
+    std::uint32_t step = 0;
+    while (state.KeepRunning()) {
+        VisibleFaders::moveAll(++step);
+        state.PauseTiming();
+        QApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+
 void floorFill(benchmark::State& state) {
     Floors::Fill faders(static_cast<int>(state.range(0)));
     faders.show();
@@ -57,6 +69,7 @@ void faderCounts(benchmark::internal::Benchmark* benchmark) {
 }
 
 BENCHMARK(floorFill)->Apply(faderCounts);
+BENCHMARK(moveVisibleFaders)->Apply(faderCounts);
 BENCHMARK(drawMovingFaders)->Apply(faderCounts);
 
 } // namespace
