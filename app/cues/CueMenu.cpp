@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr QLatin1String noCueTitle("Cues");
-constexpr QLatin1String selectToolTip("Use 'alt' key to select a cue without executing it.");
+constexpr QLatin1StringView noCueTitle("Cues");
+constexpr QLatin1StringView selectToolTip("Use 'alt' key to select a cue without executing it.");
 
 QString titleOf(const QAction* item) {
     return item->data().toString();

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr QLatin1String keyKey("key");
-constexpr QLatin1String valueKey("value");
-constexpr QLatin1String timeKey("time");
+constexpr QLatin1StringView keyKey("key");
+constexpr QLatin1StringView valueKey("value");
+constexpr QLatin1StringView timeKey("time");
 
 // The entries are walked instead of looked up: a lookup compares texts several times over, and a cue may have
 // a record for each control of the rig.

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr QLatin1String placeholder("cue data goes here");
+constexpr QLatin1StringView placeholder("cue data goes here");
 
 // At its default and without a fade time a control rests, and executing a cue brings it to rest.
 bool isAtRest(const DMXControl& control) {
