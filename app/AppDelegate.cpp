@@ -26,11 +26,15 @@ void quit() {
     QCoreApplication::exit();
 }
 
+// Belongs to the settings file as it is now.
+RecoveryFile presentRecoveryFile() {
+    return {RecoveryFile::defaultPath(), SettingsFile::defaultPath()};
+}
+
 } // namespace
 
 AppDelegate::AppDelegate(const QString& resources)
-    : defaults_(UserDefaults::defaultPath()),
-      recoveryFile_(RecoveryFile::defaultPath(), SettingsFile::defaultPath()),
+    : defaults_(UserDefaults::defaultPath()), recoveryFile_(presentRecoveryFile()),
       rig_(resourceFolder(resources), defaults_), places_(defaults_), savedState_(defaults_),
       destination_(defaults_), fixtureTable_(rig_.settings()), _window(places_), windows_(_window),
       cueCommands_(rig_.settings(), _window.cueMenu()),
@@ -192,6 +196,8 @@ void AppDelegate::applicationWillTerminate() {
     }
     showKeeper_.stop();
     savedState_.saveState(rig_.stateKey());
+    // Before the settings: the recovery file is no longer taken up once they are others.
+    defaults_.synchronize();
     const bool settingsSaved = rig_.save();
     rig_.rememberConfigName();
     if (const QString title = windows_.frontTitle(); !title.isNull()) {
@@ -200,7 +206,10 @@ void AppDelegate::applicationWillTerminate() {
     savedState_.saveControlSelections();
     if (defaults_.synchronize() && settingsSaved) {
         recoveryFile_.remove();
-    } else {
-        recoveryFile_.write(presentShow());
+        return;
     }
+    if (settingsSaved) {
+        recoveryFile_ = presentRecoveryFile();
+    }
+    recoveryFile_.write(presentShow());
 }

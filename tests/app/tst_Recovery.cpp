@@ -3,6 +3,7 @@
 #include "controls/DMXControl.h"
 #include "settings/RecoveryFile.h"
 #include "settings/SettingsFile.h"
+#include "settings/UserDefaults.h"
 #include "support/TestRig.h"
 #include "window/RecoveryNotice.h"
 
@@ -42,6 +43,7 @@ private slots:
     void afterOtherSettingsCameTheyHold();
     void quittingSavesTheShowAndRemovesTheFile();
     void aShowThatCannotBeSavedStaysInTheFile();
+    void levelsThatCannotBeSavedStayInTheFileThoughTheSettingsAreSaved();
     void whatTheOperatorChangesIsKeptWithinTwoSeconds_data();
     void whatTheOperatorChangesIsKeptWithinTwoSeconds();
 
@@ -177,6 +179,22 @@ void tst_Recovery::aShowThatCannotBeSavedStaysInTheFile() {
     QVERIFY(hasRecoveryFile());
     QVERIFY(QDir().rmdir(settings));
     QVERIFY(QFile::rename(settings + ".away", settings));
+    start();
+    QVERIFY(notice());
+    QCOMPARE(controlNamed("Saved.Blue").value(), 9U);
+}
+
+void tst_Recovery::levelsThatCannotBeSavedStayInTheFileThoughTheSettingsAreSaved() {
+    start();
+    console_->newCue("7");
+    controlNamed("Saved.Blue").setValue(9);
+    const QString defaults = UserDefaults::defaultPath();
+    QFile::remove(defaults);
+    QVERIFY(QDir().mkdir(defaults)); // a folder in its place
+    console_->quit();
+    console_.reset();
+    QVERIFY(home_->settings()->value("cues").toMap().contains("7"));
+    QVERIFY(hasRecoveryFile());
     start();
     QVERIFY(notice());
     QCOMPARE(controlNamed("Saved.Blue").value(), 9U);
