@@ -3,6 +3,7 @@
 #include "fixtures/ControlView.h"
 #include "window/MainWindow.h"
 #include "window/OrderFront.h"
+#include "window/OutputWindow.h"
 #include "window/WindowMenu.h"
 
 #include <QApplication>
@@ -34,6 +35,7 @@ void ConsoleWindows::addCommands() {
     const QAction& previous =
         menu.addCommand("&Previous Window", {QKeySequence("Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
     connect(&previous, &QAction::triggered, this, [this] { bringNeighbourToFront(-1); });
+    connect(&menu.addCommand("&Output", {}), &QAction::triggered, this, [this] { showOutput(); });
 }
 
 QList<QWidget*> ConsoleWindows::allWindows() const {
@@ -81,6 +83,14 @@ void ConsoleWindows::bringFixtureToFront(int row) {
     if (QWidget* const fixture = fixtureWindows().value(row)) {
         bringBack(*fixture);
     }
+}
+
+// Made when it is first asked for; then it is only put away.
+void ConsoleWindows::showOutput() {
+    if (!output_) {
+        output_ = new OutputWindow(mainWindow_); // which owns it
+    }
+    bringBack(*output_);
 }
 
 // Round the windows in the menu's order; from anywhere else to the main window.

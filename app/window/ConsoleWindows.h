@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class MainWindow;
+class OutputWindow;
 
 /// The windows of the program, the main window and that of each fixture view, as a whole: the Window menu,
 /// the commands that all of them know, and which of them is in front.
@@ -34,8 +35,10 @@ private:
     void bringToFront(const QString& title);
     void bringFixtureToFront(int row);
     void bringNeighbourToFront(int step);
+    void showOutput();
     void rememberFront();
 
     MainWindow& mainWindow_;
     QPointer<QWidget> front_;
+    QPointer<OutputWindow> output_;
 };

@@ -4,6 +4,7 @@
 #include "cues/CueMenu.h"
 #include "support/TestRig.h"
 #include "window/MainWindow.h"
+#include "window/OutputWindow.h"
 #include "window/Sheets.h"
 #include "window/WindowMenu.h"
 
@@ -27,6 +28,15 @@ QStringList titlesAndKeys(const QMenu& menu) {
     return found;
 }
 
+QAction& commandOf(const QMenu& menu, const QString& text) {
+    for (QAction* const item : menu.actions()) {
+        if (item->text() == text) {
+            return *item;
+        }
+    }
+    qFatal("no command '%s'", qUtf8Printable(text));
+}
+
 } // namespace
 
 /// A rig of two fixtures, Spot and Wash, and the main window.
@@ -48,6 +58,8 @@ private slots:
 
     void keysLeadRoundTheWindows_data();
     void keysLeadRoundTheWindows();
+
+    void theOutputWindowIsOpenedOnceAndBroughtBack();
 
     void theTitleInFrontIsThatOfTheActiveWindow();
     void theTitleIsTheOneThatTheWindowHasNow();
@@ -184,6 +196,21 @@ void tst_ConsoleWindows::keysLeadRoundTheWindows() {
         QTest::keyClick(QApplication::activeWindow()->windowHandle(), key, modifiers);
         QTRY_COMPARE(QApplication::activeWindow(), window);
     }
+}
+
+void tst_ConsoleWindows::theOutputWindowIsOpenedOnceAndBroughtBack() {
+    QVERIFY(mainWindow_->findChildren<OutputWindow*>().isEmpty());
+    QAction& command = commandOf(mainWindow_->windowMenu(), "&Output");
+    command.trigger();
+    auto* const output = mainWindow_->findChild<OutputWindow*>();
+    QVERIFY(output && output->isVisible());
+    activate(*spot_->window());
+    output->close();
+    command.trigger();
+    QVERIFY(output->isVisible());
+    QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(output));
+    QCOMPARE(mainWindow_->findChildren<OutputWindow*>().size(), 1);
+    QCOMPARE(windows_->frontTitle(), QString("Faderhall"));
 }
 
 void tst_ConsoleWindows::theTitleInFrontIsThatOfTheActiveWindow() {

@@ -1,0 +1,110 @@
+#include "window/OutputWindow.h"
+
+#include "controls/DMXControl.h"
+#include "fixtures/ControlView.h"
+#include "fixtures/SlotOwner.h"
+#include "window/OrderFront.h"
+#include "window/UniverseGrid.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <chrono>
+#include <set>
+
+namespace {
+
+constexpr std::chrono::milliseconds betweenLooks{33};
+constexpr QSize firstSize(970, 720);
+
+// In their order.
+std::vector<std::int32_t> patchedUniverses() {
+    std::set<std::int32_t> universes;
+    if (const auto* views = ControlView::controlViews()) {
+        for (const auto& view : *views) {
+            universes.insert(static_cast<std::int32_t>(view->universe()));
+        }
+    }
+    return {universes.begin(), universes.end()};
+}
+
+} // namespace
+
+OutputWindow::OutputWindow(QWidget& window) : QWidget(&window, Qt::Window), content_(new QWidget) {
+    setWindowTitle("Output");
+    resize(firstSize);
+    rows_ = new QVBoxLayout(content_);
+    rows_->addStretch();
+    auto* const scroller = new QScrollArea;
+    scroller->setWidgetResizable(true);
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setWidget(content_);
+    auto* const frame = new QVBoxLayout(this);
+    frame->setContentsMargins({});
+    frame->addWidget(scroller);
+    timer_.setInterval(betweenLooks);
+    connect(&timer_, &QTimer::timeout, this, &OutputWindow::refresh);
+}
+
+void OutputWindow::refresh() {
+    const std::vector<std::int32_t> universes = patchedUniverses();
+    if (!showsAll(universes)) {
+        rebuild(universes);
+    }
+    for (UniverseGrid* const grid : grids_) {
+        if (!grid->visibleRegion().isEmpty()) {
+            grid->refresh();
+        }
+    }
+}
+
+bool OutputWindow::showsAll(const std::vector<std::int32_t>& universes) const {
+    return std::ranges::equal(grids_, universes, {}, &UniverseGrid::universe);
+}
+
+void OutputWindow::rebuild(const std::vector<std::int32_t>& universes) {
+    qDeleteAll(content_->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
+    grids_.clear();
+    for (const std::int32_t universe : universes) {
+        addGrid(universe);
+    }
+}
+
+// Above the stretch, which stays last.
+void OutputWindow::addGrid(std::int32_t universe) {
+    auto* const grid = new UniverseGrid(universe, pictures_);
+    connect(grid, &UniverseGrid::slotClicked, this, &OutputWindow::selectSlot);
+    rows_->insertWidget(rows_->count() - 1, new QLabel(QString("Universe %1").arg(universe)));
+    rows_->insertWidget(rows_->count() - 1, grid);
+    grids_.push_back(grid);
+}
+
+void OutputWindow::selectSlot(std::int32_t universe, std::size_t slotIndex) {
+    const SlotOwner owner = ownerOfSlot(universe, slotIndex);
+    if (owner.control) {
+        bringBack(*owner.view->window());
+        owner.control->makeFirstResponder();
+    }
+}
+
+void OutputWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    refresh();
+    timer_.start();
+}
+
+void OutputWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    timer_.stop();
+}
+
+void OutputWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}

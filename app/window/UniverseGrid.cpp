@@ -1,0 +1,124 @@
+#include "window/UniverseGrid.h"
+
+#include "controls/Colours.h"
+#include "controls/DMXControl.h"
+#include "fixtures/ControlView.h"
+#include "fixtures/SlotOwner.h"
+#include "window/LevelPictures.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t columns = 32;
+constexpr std::size_t rows = DMX_Universe::slotCount / columns;
+constexpr int numbersWidth = 40; // the number of a row's first slot stands before it
+
+int pixels(std::size_t count, int each) {
+    return static_cast<int>(count) * each;
+}
+
+} // namespace
+
+UniverseGrid::UniverseGrid(std::int32_t universe, LevelPictures& pictures)
+    : universe_(universe), pictures_(pictures) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setFixedSize(numbersWidth + pixels(columns, LevelPictures::size.width()),
+                 pixels(rows, LevelPictures::size.height()));
+    setAccessibleName(QString("Slots of universe %1").arg(universe));
+    std::ranges::copy(DMX_Universe::getUniverse(universe).dmx(), shown_.begin());
+}
+
+QRect UniverseGrid::slotRect(std::size_t slotIndex) const {
+    return {QPoint(numbersWidth + pixels(slotIndex % columns, LevelPictures::size.width()),
+                   pixels(slotIndex / columns, LevelPictures::size.height())),
+            LevelPictures::size};
+}
+
+std::optional<std::size_t> UniverseGrid::slotAt(QPoint place) const {
+    if (place.x() < numbersWidth || !rect().contains(place)) {
+        return {};
+    }
+    const int column = (place.x() - numbersWidth) / LevelPictures::size.width();
+    const int row = place.y() / LevelPictures::size.height();
+    return static_cast<std::size_t>(row) * columns + static_cast<std::size_t>(column);
+}
+
+void UniverseGrid::refresh() {
+    const std::span<const std::uint8_t> levels = DMX_Universe::getUniverse(universe_).dmx();
+    for (std::size_t first = 0; first < levels.size(); first += columns) {
+        refreshRow(first, levels.subspan(first, columns));
+    }
+}
+
+// One rectangle for each row: a region of single slots would cost more than it saves.
+void UniverseGrid::refreshRow(std::size_t first, std::span<const std::uint8_t> levels) {
+    QRect changed;
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        if (shown_.at(first + i) != levels[i]) {
+            shown_.at(first + i) = levels[i];
+            changed |= slotRect(first + i);
+        }
+    }
+    if (!changed.isNull()) {
+        update(changed);
+    }
+}
+
+void UniverseGrid::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    for (const QRect& due : event->region()) {
+        const auto firstRow = static_cast<std::size_t>(due.top() / LevelPictures::size.height());
+        const auto lastRow = static_cast<std::size_t>(due.bottom() / LevelPictures::size.height());
+        for (std::size_t row = firstRow; row <= std::min(lastRow, rows - 1); ++row) {
+            paintRow(painter, row, due);
+        }
+    }
+}
+
+void UniverseGrid::paintRow(QPainter& painter, std::size_t row, const QRect& due) {
+    const std::size_t first = row * columns;
+    for (std::size_t slot = first; slot < first + columns; ++slot) {
+        const QRect place = slotRect(slot);
+        if (place.intersects(due)) {
+            painter.drawPixmap(place.topLeft(), pictures_.picture(shown_.at(slot), devicePixelRatioF()));
+        }
+    }
+    const QRect numbers(0, slotRect(first).top(), numbersWidth, LevelPictures::size.height());
+    if (numbers.intersects(due)) {
+        constexpr int toTheSlots = 6;
+        painter.fillRect(numbers, gBackgroundColour);
+        painter.setPen(gTextColor);
+        painter.drawText(numbers.adjusted(0, 0, -toTheSlots, 0), Qt::AlignRight | Qt::AlignVCenter,
+                         QString::number(first + 1));
+    }
+}
+
+QString UniverseGrid::slotText(std::size_t slotIndex) const {
+    const QString text =
+        QString("Universe %1, slot %2: %3").arg(universe_).arg(slotIndex + 1).arg(shown_.at(slotIndex));
+    const SlotOwner owner = ownerOfSlot(universe_, slotIndex);
+    return owner.control ? text + QString("\n%1 %2").arg(owner.view->name(), owner.control->name()) : text;
+}
+
+bool UniverseGrid::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QWidget::event(event);
+    }
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const auto slot = slotAt(help.pos());
+    QToolTip::showText(help.globalPos(), slot ? slotText(*slot) : QString(), this,
+                       slot ? slotRect(*slot) : QRect());
+    return true;
+}
+
+void UniverseGrid::mousePressEvent(QMouseEvent* event) {
+    const auto slot = slotAt(event->position().toPoint());
+    if (slot && event->button() == Qt::LeftButton) {
+        emit slotClicked(universe_, *slot);
+    }
+}
