@@ -1,6 +1,7 @@
 #include "window/ConsoleWindows.h"
 
 #include "fixtures/ControlView.h"
+#include "fixtures/ScreenPlace.h"
 #include "window/MainWindow.h"
 #include "window/OrderFront.h"
 #include "window/OutputWindow.h"
@@ -8,6 +9,7 @@
 
 #include <QApplication>
 #include <QMenuBar>
+#include <QScreen>
 #include <QWindow>
 
 namespace {
@@ -35,6 +37,8 @@ void ConsoleWindows::addCommands() {
     const QAction& previous =
         menu.addCommand("&Previous Window", {QKeySequence("Shift+F6"), QKeySequence("Ctrl+Shift+Tab")});
     connect(&previous, &QAction::triggered, this, [this] { bringNeighbourToFront(-1); });
+    connect(&menu.addCommand("&Bring All Windows Here", {}), &QAction::triggered, this,
+            [this] { bringAllHere(); });
     connect(&menu.addCommand("&Output", {}), &QAction::triggered, this, [this] { showOutput(); });
 }
 
@@ -83,6 +87,16 @@ void ConsoleWindows::bringFixtureToFront(int row) {
     if (QWidget* const fixture = fixtureWindows().value(row)) {
         bringBack(*fixture);
     }
+}
+
+// To the screen of the main window, which comes last and stays where it is.
+void ConsoleWindows::bringAllHere() {
+    const QRect screen = mainWindow_.screen()->availableGeometry();
+    for (QWidget* const fixture : fixtureWindows()) {
+        fixture->move(movedInto(screen, fixture->frameGeometry()));
+        bringBack(*fixture);
+    }
+    bringBack(mainWindow_);
 }
 
 // Made when it is first asked for; then it is only put away.

@@ -35,6 +35,7 @@ private:
     void bringToFront(const QString& title);
     void bringFixtureToFront(int row);
     void bringNeighbourToFront(int step);
+    void bringAllHere();
     void showOutput();
     void rememberFront();
 

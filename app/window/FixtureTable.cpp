@@ -65,6 +65,9 @@ QVariant FixtureTable::headerData(int section, Qt::Orientation orientation, int 
 }
 
 QVariant FixtureTable::data(const QModelIndex& index, int role) const {
+    if (role == Qt::ToolTipRole && index.column() == Name) {
+        return cellText(viewAt(index.row()), Name); // a long one is cut in its cell
+    }
     if (role != Qt::DisplayRole && role != Qt::EditRole) {
         return {};
     }

@@ -9,6 +9,7 @@
 #include "window/WindowMenu.h"
 
 #include <QLineEdit>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -59,6 +60,7 @@ private slots:
     void keysLeadRoundTheWindows_data();
     void keysLeadRoundTheWindows();
 
+    void windowsFromElsewhereAreBroughtToTheMainWindowsScreen();
     void theOutputWindowIsOpenedOnceAndBroughtBack();
 
     void theTitleInFrontIsThatOfTheActiveWindow();
@@ -196,6 +198,20 @@ void tst_ConsoleWindows::keysLeadRoundTheWindows() {
         QTest::keyClick(QApplication::activeWindow()->windowHandle(), key, modifiers);
         QTRY_COMPARE(QApplication::activeWindow(), window);
     }
+}
+
+void tst_ConsoleWindows::windowsFromElsewhereAreBroughtToTheMainWindowsScreen() {
+    const QRect screen = mainWindow_->screen()->availableGeometry();
+    spot_->window()->move(-4000, 50);
+    wash_->window()->move(60, 70);
+    wash_->window()->showMinimized();
+    const QPoint mainPlace = mainWindow_->pos();
+    commandOf(mainWindow_->windowMenu(), "&Bring All Windows Here").trigger();
+    QTRY_COMPARE(spot_->window()->pos(), QPoint(screen.left(), 50));
+    QCOMPARE(wash_->window()->pos(), QPoint(60, 70));
+    QVERIFY(!wash_->window()->isMinimized());
+    QCOMPARE(mainWindow_->pos(), mainPlace);
+    QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(mainWindow_.get()));
 }
 
 void tst_ConsoleWindows::theOutputWindowIsOpenedOnceAndBroughtBack() {

@@ -111,6 +111,7 @@ void tst_FixtureTable::numbersAreShownAsTheyWereWritten() {
     QCOMPARE(cell(0, AddressColumn), QString("-2147483648"));
     spot_->setName(QString(201, u'x'));
     QCOMPARE(cell(0, NameColumn), QString(200, u'x') + u'…');
+    QCOMPARE(table_->index(0, NameColumn).data(Qt::ToolTipRole).toString(), QString(200, u'x') + u'…');
 }
 
 void tst_FixtureTable::whatIsNoCellIsEmpty() {
@@ -120,6 +121,7 @@ void tst_FixtureTable::whatIsNoCellIsEmpty() {
     ControlView::reset();
     QCOMPARE(table_->data(lastCell, Qt::DisplayRole).toString(), QString());
     QVERIFY(!table_->data(lastCell, Qt::DecorationRole).isValid());
+    QVERIFY(!table_->data(lastCell, Qt::ToolTipRole).isValid());
 }
 
 void tst_FixtureTable::itKeepsTheRulesOfTheToolkit() {
