@@ -1,8 +1,6 @@
 #include "controls/ControlEditing.h"
 
-#include "controls/AccessibleFader.h"
 #include "controls/ControlKeys.h"
-#include "controls/ControlParent.h"
 #include "controls/ControlPasteboard.h"
 #include "controls/EditView.h"
 #include "controls/LevelMovement.h"
@@ -13,9 +11,7 @@
 #include <optional>
 
 ControlEditing::ControlEditing(ControlParent& view, const ControlDefinition& definition)
-    : QWidget(&view.superview()), ControlLevel(view.levels(), definition), parent(&view) {
-    setUpdatesEnabled(false); // the toolkit leaves it out: the view draws it
-}
+    : ControlWidget(view, definition) {}
 
 ControlEditing::~ControlEditing() {
     EditView::hide(this);
@@ -24,47 +20,7 @@ ControlEditing::~ControlEditing() {
 void ControlEditing::leaveView() {
     endEntry();
     mouseUp();
-    parent = nullptr;
-    setParent(nullptr);
-}
-
-// The view is asked first: a cue goes through all controls, and most of them stand in views that are not
-// shown.
-void ControlEditing::update() {
-    if (parent && parent->superview().isVisible() && isVisible()) {
-        parent->superview().update(geometry());
-        announceLevel(*this, value());
-    }
-}
-
-void ControlEditing::redrawIfFaded() {
-    if (takeRedraw()) {
-        update();
-    }
-}
-
-bool ControlEditing::updateDMX(Slots universe) {
-    const bool changed = ControlLevel::updateDMX(universe);
-    redrawIfFaded();
-    return changed;
-}
-
-void ControlEditing::setDMXValue(std::uint32_t value, float time) {
-    if (goTo(value, time)) {
-        update();
-    }
-}
-
-void ControlEditing::setDefault() {
-    setDMXValue(restLevel(), 0);
-}
-
-// At once, without a fade.
-void ControlEditing::moveTo(std::uint32_t level) {
-    if (level != value()) {
-        setValue(level);
-        update();
-    }
+    ControlWidget::leaveView();
 }
 
 // --- Keys ----------------------------------------------------------------------------------------------

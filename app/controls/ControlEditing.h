@@ -1,34 +1,18 @@
 #pragma once
 
-#include "controls/ControlLevel.h"
+#include "controls/ControlWidget.h"
 #include "controls/NumericEntry.h"
 
 #include <QPointF>
-#include <QWidget>
 
 #include <cstdint>
 
-class ControlParent;
-
-/// A control's widget as far as its level goes: the operator types, steps, drags, turns, copies and pastes
-/// it, and whatever changes it has it drawn again. The view around it draws all its controls in one go and is
-/// asked for that; which control is selected is left to the class on top.
-class ControlEditing : public QWidget, public ControlLevel {
+/// How the operator moves a level: types, steps, drags, turns, copies and pastes it. Which control is
+/// selected is left to the class on top.
+class ControlEditing : public ControlWidget {
     Q_OBJECT
 
 public:
-    /// Asks the view to draw this control again, if it can be seen.
-    void update();
-    /// The same, if a fade moved the level since this was last asked.
-    void redrawIfFaded();
-
-    /// Writes the level into the universe's slots and advances a running fade; true when a slot changed.
-    bool updateDMX(Slots universe);
-    /// Goes to `value` over `time` seconds, which becomes the control's fade time.
-    void setDMXValue(std::uint32_t value, float time);
-    /// Goes to the profile's default at once; the fade time becomes 0.
-    void setDefault();
-
     /// Makes this control the one that its window's keys go to.
     virtual void makeFirstResponder() = 0;
     virtual void selectNextControl(bool backwards) = 0;
@@ -55,8 +39,6 @@ protected:
     ControlEditing(ControlParent& view, const ControlDefinition& definition);
     ~ControlEditing() override;
 
-    /// Null once the view is gone.
-    ControlParent* view() const { return parent; }
     /// Takes the control out of its view; its entry and its drag end.
     void leaveView();
 
@@ -70,9 +52,6 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    void moveTo(std::uint32_t level);
-
-    ControlParent* parent;
     NumericEntry numericEntry_;
     std::uint32_t startValue = 0; ///< the level when the drag began
     QPointF startPt;
