@@ -12,20 +12,16 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-
 namespace {
 
-// A rig as large as its file may be, and the levels of all its controls.
+// A rig larger than its file may be, and the levels of all its controls.
 constexpr GatekeeperLimits limits{.maxBytes = 2 * largestPropertyListFile};
 
-constexpr QLatin1StringView settingsKey("settings");
+constexpr QLatin1StringView settingsKey("settings"); // a property list of its own, as the settings file holds
 constexpr QLatin1StringView settingsFingerprintKey("settingsFingerprint");
 constexpr QLatin1StringView configNameKey("configName");
 constexpr QLatin1StringView currCueKey("currCue");
-// Two lists side by side: a dictionary of so many keys would take a parser too long.
-constexpr QLatin1StringView controlsKey("controls");
-constexpr QLatin1StringView levelsKey("levels");
+constexpr QLatin1StringView levelsKey("levels"); // a text: "level key" for each, with a NUL behind it
 
 // Of a missing file, the fingerprint of nothing.
 QByteArray fingerprint(const QString& path) {
@@ -33,29 +29,23 @@ QByteArray fingerprint(const QString& path) {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
 
-QVariantMap asPropertyList(const ShowSnapshot& show) {
-    QVariantList controls;
-    QVariantList levels;
-    for (const KeptLevel& level : show.levels) {
-        controls.append(level.key);
-        levels.append(qlonglong{level.value});
+// In one piece: a property list of so many levels would take a tenth of a processor while a fade runs.
+QByteArray textOf(const std::vector<KeptLevel>& levels) {
+    QByteArray text;
+    for (const KeptLevel& level : levels) {
+        text += QByteArray::number(level.value) + ' ' + level.key.toUtf8() + '\0';
     }
-    QVariantMap list{{configNameKey, show.configName}, {controlsKey, controls}, {levelsKey, levels}};
-    if (show.settings) {
-        list.insert(settingsKey, *show.settings);
-    }
-    if (show.currCue) {
-        list.insert(currCueKey, *show.currCue);
-    }
-    return list;
+    return text;
 }
 
-std::vector<KeptLevel> levelsFrom(const QVariantMap& list) {
-    const QVariantList controls = listValue(list.value(controlsKey));
-    const QVariantList values = listValue(list.value(levelsKey));
+std::vector<KeptLevel> levelsFrom(const QByteArray& text) {
     std::vector<KeptLevel> levels;
-    for (qsizetype i = 0; i < std::min(controls.size(), values.size()); ++i) {
-        levels.push_back({.key = stringValue(controls.at(i)), .value = values.at(i).toUInt()});
+    for (const QByteArray& entry : text.split('\0')) {
+        const qsizetype space = entry.indexOf(' ');
+        if (space > 0) {
+            levels.push_back(
+                {.key = QString::fromUtf8(entry.mid(space + 1)), .value = entry.left(space).toUInt()});
+        }
     }
     return levels;
 }
@@ -64,9 +54,10 @@ ShowSnapshot asShow(const QVariantMap& list) {
     ShowSnapshot show{.settings = {},
                       .configName = stringValue(list.value(configNameKey)),
                       .currCue = {},
-                      .levels = levelsFrom(list)};
+                      .levels = levelsFrom(list.value(levelsKey).toByteArray())};
     if (list.contains(settingsKey)) {
-        show.settings = mapValue(list.value(settingsKey));
+        const QByteArray settings = list.value(settingsKey).toByteArray();
+        show.settings = mapValue(readPropertyList(settings, limits.maxBytes).value_or(QVariant()));
     }
     if (list.contains(currCueKey)) {
         show.currCue = stringValue(list.value(currCueKey));
@@ -96,11 +87,31 @@ std::optional<ShowSnapshot> RecoveryFile::takeUp() const {
     return asShow(list);
 }
 
-bool RecoveryFile::write(const ShowSnapshot& show) const {
-    QVariantMap list = asPropertyList(show);
-    list.insert(settingsFingerprintKey, settingsFingerprint_);
-    const QByteArray bytes = writeXmlPropertyList(list);
+bool RecoveryFile::write(const ShowSnapshot& show) {
+    QVariantMap list{{settingsFingerprintKey, settingsFingerprint_},
+                     {configNameKey, show.configName},
+                     {levelsKey, textOf(show.levels)}};
+    if (show.settings) {
+        const QByteArray& settings = settingsBytes(*show.settings);
+        if (settings.isEmpty()) {
+            return false;
+        }
+        list.insert(settingsKey, settings);
+    }
+    if (show.currCue) {
+        list.insert(currCueKey, *show.currCue);
+    }
+    const QByteArray bytes = writeBinaryPropertyList(list);
     return passesGatekeeper(bytes, limits) && writeWholeFile(path_, bytes);
+}
+
+// Most of the time only levels have changed.
+const QByteArray& RecoveryFile::settingsBytes(const QVariantMap& settings) {
+    if (settingsBytes_.isEmpty() || settings != writtenSettings_) {
+        settingsBytes_ = writeXmlPropertyList(settings);
+        writtenSettings_ = settings;
+    }
+    return settingsBytes_;
 }
 
 void RecoveryFile::remove() const {

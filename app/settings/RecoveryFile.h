@@ -21,8 +21,9 @@ public:
     /// started from other settings than now stand there, is moved aside.
     std::optional<ShowSnapshot> takeUp() const;
 
-    /// Writes a show whole or not at all. Touches nothing but the file, so that any thread may call it.
-    bool write(const ShowSnapshot& show) const;
+    /// Writes a show whole or not at all. Any thread may call it, one at a time. False when nothing was
+    /// written; so too when a value in the settings has no property-list type.
+    bool write(const ShowSnapshot& show);
 
     /// Takes the file away, once the show is saved.
     void remove() const;
@@ -30,6 +31,10 @@ public:
     void moveAside() const;
 
 private:
+    const QByteArray& settingsBytes(const QVariantMap& settings);
+
     QString path_;
     QByteArray settingsFingerprint_;
+    QVariantMap writtenSettings_; ///< those that settingsBytes_ says
+    QByteArray settingsBytes_;
 };

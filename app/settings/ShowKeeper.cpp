@@ -4,7 +4,7 @@
 
 #include <system_error>
 
-ShowKeeper::ShowKeeper(const RecoveryFile& file, std::function<ShowSnapshot()> presentShow)
+ShowKeeper::ShowKeeper(RecoveryFile& file, std::function<ShowSnapshot()> presentShow)
     : file_(file), presentShow_(std::move(presentShow)) {
     timer_.setTimerType(Qt::PreciseTimer); // a coarse one may be early
     connect(&timer_, &QTimer::timeout, this, &ShowKeeper::keep);

@@ -20,7 +20,7 @@ public:
     static constexpr std::chrono::milliseconds defaultPause{2000};
 
     /// `file` has to outlive the keeper; `presentShow` is called on this thread only.
-    ShowKeeper(const RecoveryFile& file, std::function<ShowSnapshot()> presentShow);
+    ShowKeeper(RecoveryFile& file, std::function<ShowSnapshot()> presentShow);
     ~ShowKeeper() override;
 
     void start(std::chrono::milliseconds pause = defaultPause);
@@ -33,7 +33,7 @@ private:
     void keep();
     bool isWriting() const;
 
-    const RecoveryFile& file_;
+    RecoveryFile& file_;
     std::function<ShowSnapshot()> presentShow_;
     QTimer timer_;
     bool isChanged_ = false;

@@ -65,4 +65,10 @@ class Home:
 
     @property
     def recovery(self):
-        return read(self.recovery_file)
+        """The recovery file with its settings as a dictionary and its levels by the keys of their controls."""
+        kept = read(self.recovery_file)
+        if kept:
+            kept["settings"] = plistlib.loads(kept["settings"])
+            entries = (entry.split(" ", 1) for entry in kept["levels"].decode().split("\0") if entry)
+            kept["levels"] = {key: int(level) for level, key in entries}
+        return kept

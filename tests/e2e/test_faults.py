@@ -130,7 +130,7 @@ class RunTest(ConsoleTestCase):
         with self.console() as console:
             console.set(DIMMER, "9")
             self.wait_for_front({1: 9})
-            wait_until(lambda: self.home.recovery and self.home.recovery["levels"] == [9], "the show to be kept")
+            wait_until(lambda: self.home.recovery and list(self.home.recovery["levels"].values()) == [9], "the show to be kept")
             resource.prlimit(console.process.pid, resource.RLIMIT_NOFILE, (3, 3))
             console.enter("10")
             self.wait_for_front({1: 10})

@@ -47,7 +47,8 @@ private slots:
     void afterTheSettingsHaveChangedItIsMovedAside();
     void whatCannotBeReadIsMovedAside_data();
     void whatCannotBeReadIsMovedAside();
-    void listsOfUnequalLengthsAreReadAsFarAsBothGo();
+    void whatIsNoLevelIsPassedOver();
+    void settingsThatChangedAreWrittenAnew();
     void anOlderFileIsReplaced();
     void whereNothingCanBeWrittenNothingIs();
     void removedItIsGone();
@@ -161,16 +162,34 @@ void tst_RecoveryFile::whatCannotBeReadIsMovedAside() {
              qPrintable(entries().last()));
 }
 
-void tst_RecoveryFile::listsOfUnequalLengthsAreReadAsFarAsBothGo() {
+void tst_RecoveryFile::whatIsNoLevelIsPassedOver() {
     QVERIFY(file().write(show()));
     const DictionaryFile dictionary(folder_->filePath("Faderhall.recovery.plist"));
     QVariantMap list = dictionary.read().value();
-    list.insert("levels", QVariantList{7LL});
+    QByteArray text("7 Spot.Red|Spot.Green|| |9|8 Spot.Two Words|x Spot.Blue");
+    list.insert("levels", text.replace('|', '\0'));
     QVERIFY(dictionary.write(list));
     const auto taken = file().takeUp();
     QVERIFY(taken);
-    QCOMPARE(taken->levels.size(), 1U);
+    QCOMPARE(taken->levels.size(), 3U);
+    QCOMPARE(taken->levels.at(0).key, QString("Spot.Red"));
     QCOMPARE(taken->levels.at(0).value, 7U);
+    QCOMPARE(taken->levels.at(1).key, QString("Spot.Two Words"));
+    QCOMPARE(taken->levels.at(1).value, 8U);
+    QCOMPARE(taken->levels.at(2).key, QString("Spot.Blue"));
+    QCOMPARE(taken->levels.at(2).value, 0U);
+}
+
+void tst_RecoveryFile::settingsThatChangedAreWrittenAnew() {
+    RecoveryFile kept = file();
+    ShowSnapshot present = show();
+    QVERIFY(kept.write(present));
+    present.settings->insert("half", 0.25);
+    QVERIFY(kept.write(present));
+    QCOMPARE(file().takeUp()->settings, present.settings);
+    present.settings = QVariantMap();
+    QVERIFY(kept.write(present));
+    QCOMPARE(file().takeUp()->settings, std::optional(QVariantMap()));
 }
 
 void tst_RecoveryFile::anOlderFileIsReplaced() {

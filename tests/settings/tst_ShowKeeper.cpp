@@ -48,7 +48,7 @@ void tst_ShowKeeper::init() {
 }
 
 void tst_ShowKeeper::withoutAChangeNothingIsWritten() {
-    const RecoveryFile file(path(), folder_->filePath("none"));
+    RecoveryFile file(path(), folder_->filePath("none"));
     ShowKeeper keeper(file, [this] { return snapshot(); });
     keeper.start(1ms);
     QTest::qWait(50);
@@ -57,7 +57,7 @@ void tst_ShowKeeper::withoutAChangeNothingIsWritten() {
 }
 
 void tst_ShowKeeper::aChangeIsWritten() {
-    const RecoveryFile file(path(), folder_->filePath("none"));
+    RecoveryFile file(path(), folder_->filePath("none"));
     ShowKeeper keeper(file, [this] { return snapshot(); });
     keeper.start(1ms);
     for (const QString cue : {"1", "2", "3"}) {
@@ -69,7 +69,7 @@ void tst_ShowKeeper::aChangeIsWritten() {
 }
 
 void tst_ShowKeeper::changesOfOnePauseAreWrittenOnce() {
-    const RecoveryFile file(path(), folder_->filePath("none"));
+    RecoveryFile file(path(), folder_->filePath("none"));
     ShowKeeper keeper(file, [this] { return snapshot(); });
     keeper.start(1ms);
     for (int change = 0; change < 1000; ++change) {
@@ -83,7 +83,7 @@ void tst_ShowKeeper::changesOfOnePauseAreWrittenOnce() {
 void tst_ShowKeeper::whatCouldNotBeWrittenIsTriedAgain() {
     QFile obstacle(folder_->filePath("folder"));
     QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    const RecoveryFile file(path(), folder_->filePath("none"));
+    RecoveryFile file(path(), folder_->filePath("none"));
     ShowKeeper keeper(file, [this] { return snapshot(); });
     keeper.start(1ms);
     keeper.showChanged();
@@ -93,7 +93,7 @@ void tst_ShowKeeper::whatCouldNotBeWrittenIsTriedAgain() {
 }
 
 void tst_ShowKeeper::afterTheEndNothingIsWritten() {
-    const RecoveryFile file(path(), folder_->filePath("none"));
+    RecoveryFile file(path(), folder_->filePath("none"));
     ShowKeeper keeper(file, [this] { return snapshot(); });
     keeper.start(1ms);
     keeper.stop();
@@ -103,7 +103,7 @@ void tst_ShowKeeper::afterTheEndNothingIsWritten() {
 }
 
 void tst_ShowKeeper::whatIsBeingWrittenIsWholeAtTheEnd() {
-    const RecoveryFile file(path(), folder_->filePath("none"));
+    RecoveryFile file(path(), folder_->filePath("none"));
     currCue_ = "7";
     {
         ShowKeeper keeper(file, [this] { return snapshot(); });
