@@ -1,8 +1,12 @@
 #include "window/FixtureTableView.h"
 
-// The toolkit's table would go round its own cells and never let the keys out.
+// With its own tab navigation the toolkit's table goes round its cells and never lets the keys out.
 bool FixtureTableView::focusNextPrevChild(bool next) {
-    return isAtEnd(next) ? QWidget::focusNextPrevChild(next) : QTableView::focusNextPrevChild(next);
+    const bool leaves = isAtEnd(next);
+    setTabKeyNavigation(!leaves);
+    const bool moved = QTableView::focusNextPrevChild(next);
+    setTabKeyNavigation(true);
+    return moved;
 }
 
 bool FixtureTableView::isAtEnd(bool last) const {
