@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Lets every system call of a save fail, one at a time: the first, the second, until there are no more."""
 
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -19,6 +20,10 @@ FOR_PREVIOUS = ("link", "rename", "renameat", "renameat2")
 
 # More calls of one kind than a save can make.
 TOO_MANY = 200
+
+
+class CannotAttach(Exception):
+    """This system lets nobody trace a program."""
 
 
 def prepared(folder):
@@ -41,7 +46,7 @@ def save_with_failure(path, call, error, number):
                           stderr=subprocess.PIPE, text=True) as strace:
         while "attached" not in (line := strace.stderr.readline()):
             if not line:
-                raise RuntimeError("strace could not attach")
+                raise CannotAttach
         saver.begin()
         status, _ = saver.end()
         strace.wait(30)
@@ -96,10 +101,12 @@ def fail_every(folder, call, error):
 
 
 def can_attach():
+    if not shutil.which("strace"):
+        return False
     with tempfile.TemporaryDirectory(prefix="faderhall-strace-") as folder:
         try:
             save_with_failure(prepared(folder), "fsync", "EIO", TOO_MANY)
-        except (OSError, RuntimeError):
+        except CannotAttach:
             return False
     return True
 

@@ -49,6 +49,15 @@ def save_at(folder, pages, generations):
     return False
 
 
+def fill(folder):
+    for generations in (0, 1, 2):
+        results = [save_at(folder, pages, generations) for pages in range(PAGES + 1)]
+        if not results[0] or results[-1]:
+            raise AssertionError("Both the empty and the full disk have to be among the levels")
+        print(f"{len(results)} fill levels over {generations} generations: {sum(results)} saves, "
+              f"{len(results) - sum(results)} refusals, 0 files torn, empty or lost")
+
+
 def main():
     if "--mounted" not in sys.argv:
         command = ["unshare", "--mount", sys.executable, "-B", __file__, "--mounted"]
@@ -58,13 +67,10 @@ def main():
         os.execvp(command[0], command)
     with tempfile.TemporaryDirectory(prefix="faderhall-full-") as folder:
         mount(folder)
-        for generations in (0, 1, 2):
-            results = [save_at(Path(folder), pages, generations) for pages in range(PAGES + 1)]
-            if not results[0] or results[-1]:
-                raise AssertionError("Both the empty and the full disk have to be among the levels")
-            print(f"{len(results)} fill levels over {generations} generations: {sum(results)} saves, "
-                  f"{len(results) - sum(results)} refusals, 0 files torn, empty or lost")
-        subprocess.run(["umount", folder], check=True)
+        try:
+            fill(Path(folder))
+        finally:
+            subprocess.run(["umount", folder], check=True)
 
 
 if __name__ == "__main__":
