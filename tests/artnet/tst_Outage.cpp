@@ -44,7 +44,9 @@ public:
         end.sll_family = AF_PACKET;
         end.sll_protocol = htons(ETH_P_IP);
         end.sll_ifindex = static_cast<int>(if_nametoindex("far"));
-        bind(socket_, reinterpret_cast<const sockaddr*>(&end), sizeof end);
+        if (bind(socket_, reinterpret_cast<const sockaddr*>(&end), sizeof end) != 0) {
+            qFatal("nobody listens at the far end");
+        }
     }
     ~FarEnd() { close(socket_); }
     FarEnd(const FarEnd&) = delete;
@@ -53,7 +55,7 @@ public:
     FarEnd& operator=(FarEnd&&) = delete;
 
     // The levels of slot 1 in the datagrams that have come since the last call.
-    QList<int> takeLevels() {
+    QList<int> takeLevels() const {
         constexpr int slot1 = 14 + 20 + 8 + 18; // after the headers of Ethernet, IP, UDP and ArtDmx
         QTest::qWait(20);                       // handed over by the kernel in its own time
         QByteArray frame(2048, '\0');
@@ -140,7 +142,7 @@ void tst_Outage::startedWithoutANetworkTheNextChangeGoesOutOnceThereIsOne() {
     QCOMPARE(failing, QByteArray("Art-Net output fails: Network is unreachable\n"));
     QCOMPARE(error(), ENETUNREACH);
     plugIn();
-    FarEnd node;
+    const FarEnd node;
     clock_.advance(Second);
     const QByteArray working = standardErrorOf([this] { QCOMPARE(send(2), 530); });
     QCOMPARE(working, QByteArray("Art-Net output works again\n"));
@@ -150,7 +152,7 @@ void tst_Outage::startedWithoutANetworkTheNextChangeGoesOutOnceThereIsOne() {
 
 void tst_Outage::anInterfaceThatIsPulledAndPluggedInAgainIsUsedAgain() {
     plugIn();
-    FarEnd node;
+    const FarEnd node;
     QCOMPARE(send(1), 530);
     QVERIFY(ip("link set near down"));
     standardErrorOf([this] { QCOMPARE(send(2), -1); });
@@ -166,7 +168,7 @@ void tst_Outage::anInterfaceThatIsTakenAwayAndMadeAnewIsUsedAgain() {
     unplug();
     standardErrorOf([this] { QCOMPARE(send(2), -1); });
     plugIn();
-    FarEnd node;
+    const FarEnd node;
     QCOMPARE(send(3), 530);
     QCOMPARE(node.takeLevels(), QList<int>{3});
 }
@@ -182,7 +184,7 @@ void tst_Outage::aRefusalIsOverWithItsCause_data() {
 void tst_Outage::aRefusalIsOverWithItsCause() {
     QFETCH(const QString, kind);
     plugIn();
-    FarEnd node;
+    const FarEnd node;
     QVERIFY(ip(QString("route add %1 10.77.0.2/32").arg(kind)));
     standardErrorOf([this] { QCOMPARE(send(1), -1); });
     QTEST(error(), "error");
@@ -194,7 +196,7 @@ void tst_Outage::aRefusalIsOverWithItsCause() {
 // Datagrams to a node that does not answer wait for it in the kernel, and count against the socket meanwhile.
 void tst_Outage::aFullBufferRefusesWithoutWaitingAndIsOverWithItsCause() {
     plugIn();
-    FarEnd node;
+    const FarEnd node;
     QVERIFY(ip("neigh del 10.77.0.2 dev near"));
     QVERIFY(setKernelParameter("ipv4/neigh/near/unres_qlen_bytes", "100000000"));
     QElapsedTimer timer;

@@ -18,7 +18,7 @@ constexpr QLatin1StringView generationKey("generation");
 
 // Generations differ in size, so that parts of two of them do not make a whole one.
 QVariantMap generation(int number) {
-    constexpr int unit = 8192;
+    constexpr qsizetype unit = 8192;
     constexpr int sizes = 7;
     return {{generationKey, number},
             {"filling", QString((number % sizes + 1) * unit, QChar(u'0' + number % 10))}};
