@@ -101,9 +101,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::createControlViews() {
-    for (const QVariant& placement : rig_.settings().views()) {
-        ControlView::controlViewWithSettings(mapValue(placement), rig_.profiles(), places_);
-    }
+    ControlView::controlViewsWithSettings(rig_.settings().views(), rig_.profiles(), places_);
 }
 
 void AppDelegate::timerProc() {
