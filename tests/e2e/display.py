@@ -37,8 +37,9 @@ class Display:
     Coordinates are those of a window's content, from its upper left corner.
     """
 
-    def __init__(self, window_manager=True):
+    def __init__(self, window_manager=True, screen=SCREEN):
         self._has_window_manager = window_manager
+        self._screen = screen
 
     def __enter__(self):
         with ExitStack() as stack:
@@ -66,7 +67,7 @@ class Display:
         reading, writing = os.pipe()
         try:
             self._server = stack.enter_context(running(
-                ["Xvfb", "-displayfd", str(writing), "-screen", "0", SCREEN, "-nolisten", "tcp",
+                ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._screen, "-nolisten", "tcp",
                  "-noreset"],
                 pass_fds=[writing]))
         finally:
