@@ -3,7 +3,7 @@
 #include "Require.h"
 #include "RigMaker.h"
 #include "controls/ControlDefinition.h"
-#include "controls/LevelState.h"
+#include "controls/ControlLevel.h"
 #include "fixtures/NameStack.h"
 #include "fixtures/ProfileExpansion.h"
 #include "fixtures/Profiles.h"
@@ -12,6 +12,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <array>
+#include <memory>
 
 namespace {
 
@@ -26,16 +27,6 @@ struct GuardedSlots {
 
 LayoutItem itemFor(const ControlDefinition& definition) {
     return {.header = definition.header, .hide = definition.hide, .channels = definition.channels};
-}
-
-LevelState levelFor(const ControlDefinition& definition, std::uint32_t address) {
-    LevelState level;
-    level.value = definition.defaultValue;
-    level.max = definition.max;
-    level.channels = definition.channels;
-    level.address = address;
-    level.dummy = definition.dummy;
-    return level;
 }
 
 std::vector<ControlDefinition> expanded(RigMaker& maker) {
@@ -76,13 +67,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(addresses.size() == items.size());
 
     GuardedSlots universe;
-    LevelArray levels;
+    const auto levels = std::make_shared<LevelArray>();
     for (std::size_t i = 0; i < items.size(); ++i) {
-        levels.push_back(levelFor(definitions[i], addresses[i]));
-        levels.back().goTo(target, seconds, 0);
+        ControlLevel(levels, definitions[i]).setAddress(addresses[i]);
+        levels->goTo(i, target, seconds, 0);
     }
     for (const std::uint64_t now : {std::uint64_t{1}, later, std::uint64_t{0}}) {
-        updateLevels(levels, universe.levels, now);
+        levels->updateDMX(universe.levels, now);
         require(universe.isIntact());
     }
     return 0;
