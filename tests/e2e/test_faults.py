@@ -8,7 +8,7 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
-from console import PROGRAM, Console, environment
+from console import INSTRUMENTED, PROGRAM, Console, environment
 from display import Display
 from home import write
 from stage import DIMMER, FRONT, STAGE
@@ -105,7 +105,7 @@ class BareTest(ConsoleTestCase):
         self.wait_for_front({})
         self.assertEqual(self.end(process), (0, ""))
 
-    @unittest.skipIf(b"__asan_init" in PROGRAM.read_bytes(), "an instrumented program reserves more than any limit")
+    @unittest.skipIf(INSTRUMENTED, "an instrumented program reserves more than any limit")
     def test_little_memory(self):
         def limited_to(mebibytes):
             return lambda: resource.setrlimit(resource.RLIMIT_AS, (mebibytes * MEBIBYTE, mebibytes * MEBIBYTE))
@@ -119,12 +119,14 @@ class BareTest(ConsoleTestCase):
 
 
 class RunTest(ConsoleTestCase):
+    @unittest.skipIf(INSTRUMENTED, "the sanitizers need descriptors to look at an object")
     def test_without_descriptors_a_running_show_goes_on_and_is_back_at_the_next_start(self):
         write(self.home.settings_file, STAGE)
         with self.console() as console:
             console.set(DIMMER, "9")
             self.wait_for_front({1: 9})
-            wait_until(lambda: self.home.recovery and list(self.home.recovery["levels"].values()) == [9], "the show to be kept")
+            wait_until(lambda: self.home.recovery and list(self.home.recovery["levels"].values()) == [9],
+                       "the show to be kept")
             resource.prlimit(console.process.pid, resource.RLIMIT_NOFILE, (3, 3))
             console.enter("10")
             self.wait_for_front({1: 10})

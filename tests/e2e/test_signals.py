@@ -10,6 +10,7 @@ import signal
 import unittest
 
 from case import ConsoleTestCase
+from console import TRACEABLE, UNIVERSE_CELL
 from cues import SHEET
 from injection import injected
 from stage import DIMMER, MAIN, PAN
@@ -26,7 +27,7 @@ def a_sheet_is_open(console):
 
 def a_cell_is_edited(console):
     console.display.activate(MAIN)
-    console.display.double_click(MAIN, 205, 86)  # the first fixture's universe
+    console.display.double_click(MAIN, *UNIVERSE_CELL)
     console.display.type("9")
     console.display.settle()
 
@@ -54,9 +55,9 @@ STATES = [a_sheet_is_open, a_cell_is_edited, a_menu_is_open, a_number_is_half_ty
 
 class SignalTest(ConsoleTestCase):
     @contextlib.contextmanager
-    def show(self):
+    def show(self, **options):
         """A console with a level to be saved; afterwards it is."""
-        with self.console() as console:
+        with self.console(**options) as console:
             console.set(DIMMER, "128")
             self.wait_for_front({1: 128})
             yield console
@@ -87,7 +88,7 @@ class SignalTest(ConsoleTestCase):
                 console.terminate(signal.SIGTERM)
 
     def test_while_the_recovery_file_is_written(self):
-        with self.show() as console:
+        with self.show(**TRACEABLE) as console:
             with slow_disk(console.process):
                 console.set(PAN, "5")
                 wait_until(lambda: list(self.home.recovery_file.parent.glob("*.recovery.plist*")), "the writing")
