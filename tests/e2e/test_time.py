@@ -13,7 +13,9 @@ BACK_PAN = Fader(BACK, 0, 2)
 
 TICK = 0.0333
 KEYS = 1500
-HELD_UP = 0.05  # seconds that keys may hold a tick up
+# Seconds that keys may hold a tick up here. They do for some milliseconds, which is printed; the bound only tells a console
+# that goes on sending from one that waits until it has seen to all keys.
+HELD_UP = 0.5
 
 
 def intervals(moments):
