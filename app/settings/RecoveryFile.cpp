@@ -50,14 +50,18 @@ std::vector<KeptLevel> levelsFrom(const QByteArray& text) {
     return levels;
 }
 
-ShowSnapshot asShow(const QVariantMap& list) {
+// Nothing when the settings cannot be read: an empty rig in their place would be saved over them at quit.
+std::optional<ShowSnapshot> asShow(const QVariantMap& list) {
     ShowSnapshot show{.settings = {},
                       .configName = stringValue(list.value(configNameKey)),
                       .currCue = {},
                       .levels = levelsFrom(list.value(levelsKey).toByteArray())};
     if (list.contains(settingsKey)) {
-        const QByteArray settings = list.value(settingsKey).toByteArray();
-        show.settings = mapValue(readPropertyList(settings, limits.maxBytes).value_or(QVariant()));
+        const auto settings = readPropertyList(list.value(settingsKey).toByteArray(), limits.maxBytes);
+        if (!settings || settings->typeId() != QMetaType::QVariantMap) {
+            return std::nullopt;
+        }
+        show.settings = settings->toMap();
     }
     if (list.contains(currCueKey)) {
         show.currCue = stringValue(list.value(currCueKey));
@@ -80,11 +84,12 @@ std::optional<ShowSnapshot> RecoveryFile::takeUp() const {
     }
     const QByteArray bytes = readWholeFile(path_, limits.maxBytes).value_or(QByteArray());
     const QVariantMap list = mapValue(readPropertyList(bytes, limits.maxBytes).value_or(QVariant()));
-    if (list.value(settingsFingerprintKey).toByteArray() != settingsFingerprint_) {
+    const bool isOfTheseSettings = list.value(settingsFingerprintKey).toByteArray() == settingsFingerprint_;
+    std::optional<ShowSnapshot> show = isOfTheseSettings ? asShow(list) : std::nullopt;
+    if (!show) {
         moveAside();
-        return std::nullopt;
     }
-    return asShow(list);
+    return show;
 }
 
 bool RecoveryFile::write(const ShowSnapshot& show) {

@@ -47,6 +47,8 @@ private slots:
     void afterTheSettingsHaveChangedItIsMovedAside();
     void whatCannotBeReadIsMovedAside_data();
     void whatCannotBeReadIsMovedAside();
+    void aFileWhoseSettingsCannotBeReadIsMovedAside_data();
+    void aFileWhoseSettingsCannotBeReadIsMovedAside();
     void whatIsNoLevelIsPassedOver();
     void settingsThatChangedAreWrittenAnew();
     void anOlderFileIsReplaced();
@@ -160,6 +162,25 @@ void tst_RecoveryFile::whatCannotBeReadIsMovedAside() {
     QVERIFY(!file().takeUp());
     QVERIFY2(entries().constLast().startsWith("Faderhall.recovery.plist.kept-20"),
              qPrintable(entries().last()));
+}
+
+void tst_RecoveryFile::aFileWhoseSettingsCannotBeReadIsMovedAside_data() {
+    QTest::addColumn<QVariant>("settings");
+    QTest::newRow("empty") << QVariant(QByteArray());
+    QTest::newRow("cut off") << QVariant(writeXmlPropertyList(rig).chopped(10));
+    QTest::newRow("an array") << QVariant(writeXmlPropertyList(QVariantList{1}));
+    QTest::newRow("no bytes") << QVariant(rig);
+}
+
+void tst_RecoveryFile::aFileWhoseSettingsCannotBeReadIsMovedAside() {
+    QFETCH(const QVariant, settings);
+    QVERIFY(file().write(show()));
+    const DictionaryFile dictionary(folder_->filePath("Faderhall.recovery.plist"));
+    QVariantMap list = dictionary.read().value();
+    list.insert("settings", settings);
+    QVERIFY(dictionary.write(list));
+    QVERIFY(!file().takeUp());
+    QCOMPARE(QDir(folder_->path()).entryList({"Faderhall.recovery.plist.kept-*"}).size(), 1);
 }
 
 void tst_RecoveryFile::whatIsNoLevelIsPassedOver() {
