@@ -6,10 +6,11 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
-from console import ADDRESS_CELL, PROGRAM, UNIVERSE_CELL, Console, environment
+from console import ADDRESS_CELL, PROGRAM, TRACEABLE, UNIVERSE_CELL, Console, environment
 from cues import new_cue
 from display import Display
 from home import write
+from injection import injected
 from stage import BACK, BACK_DIMMER, DIMMER, MAIN, STAGE
 from waiting import wait_until
 
@@ -111,6 +112,29 @@ class CrashTest(RecoveryTestCase):
             stray.write_bytes(b"half of a li")
         with self.console():
             self.assertEqual([stray.exists() for stray in strays], [False, False])
+
+
+class KilledQuitTest(RecoveryTestCase):
+    """A quit writes the user defaults, the settings, the defaults again, and takes the recovery file away."""
+
+    def test_the_show_is_back_wherever_its_quit_was_killed(self):
+        for call in ("rename", "unlink"):
+            kills = 0
+            while self.kill_quit_at(call, kills + 1):
+                kills += 1
+                self.assert_show_is_back(self.display)
+            self.assertGreater(kills, 1, f"the quit was hardly killed at {call}")
+
+    def kill_quit_at(self, call, nth):
+        """True while there is an nth such call to be killed at."""
+        write(self.home.settings_file, STAGE)
+        self.home.defaults_file.unlink(missing_ok=True)
+        with self.console(**TRACEABLE) as console:
+            self.make_show(console)
+            self.display.activate(BACK)  # which is remembered too
+            with injected(console.process, call, f"signal=KILL:when={nth}"):
+                console.process.send_signal(signal.SIGTERM)
+                return console.process.wait(30) == -signal.SIGKILL
 
 
 class OneConsoleTest(ConsoleTestCase):
