@@ -1,0 +1,120 @@
+#include "patch/Patch.h"
+
+#include "controls/ControlDefinition.h"
+#include "controls/DMXControl.h"
+#include "controls/Encoding.h"
+#include "fixtures/ControlView.h"
+#include "fixtures/NameStack.h"
+#include "fixtures/Profiles.h"
+#include "fixtures/ViewLayout.h"
+#include "plist/Reading.h"
+
+#include <algorithm>
+
+namespace {
+
+struct Expanded {
+    PatchedFixture fixture;
+    ExpansionSize size;
+};
+
+void addressControls(PatchedFixture& fixture) {
+    std::vector<LayoutItem> items;
+    items.reserve(fixture.controls.size());
+    for (const PatchedControl& control : fixture.controls) {
+        items.push_back({.channels = control.channels});
+    }
+    const std::vector<std::uint32_t> addresses = consecutiveAddresses(fixture.address, items);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        fixture.controls[i].slot = addresses[i];
+    }
+}
+
+PatchedControl controlFrom(const QVariantMap& entry, NameStack& names) {
+    const ControlDefinition definition = ControlDefinition::fromEntry(entry);
+    if (definition.newlayer) {
+        names.setLayerNum(names.layerNum() + 1);
+    }
+    return {.key = definition.dummy ? QString() : names.key() + "." + names.resolvedName(definition.name),
+            .slot = 0,
+            .channels = definition.channels,
+            .dummy = definition.dummy};
+}
+
+Expanded expanded(const QVariantMap& placement, const Profiles& profiles, ExpansionSize limit) {
+    Expanded result;
+    PatchedFixture& fixture = result.fixture;
+    fixture.name = stringValue(placement.value("name"));
+    fixture.universe = integerValue(placement.value("universe"));
+    fixture.address = unsignedValue(placement.value("address"));
+    NameStack names;
+    names.startWith(fixture.name);
+    names.setLayerNum(unsignedValue(placement.value("layer")));
+    result.size = expandProfile(
+        listValue(placement.value("profiles")), profiles, names,
+        [&](const QVariantMap& entry) { fixture.controls.push_back(controlFrom(entry, names)); }, limit,
+        [&](const ExpansionFault& fault) {
+            fixture.complete = fixture.complete && fault.kind != ExpansionFault::TooLarge;
+        });
+    addressControls(fixture);
+    return result;
+}
+
+} // namespace
+
+bool PatchedControl::drives() const {
+    return !dummy && slotPlace(slot, channels).inside();
+}
+
+std::uint64_t PatchedFixture::slotCount() const {
+    std::uint64_t count = 0;
+    for (const PatchedControl& control : controls) {
+        count += control.channels;
+    }
+    return count;
+}
+
+PatchedFixture patchedFixture(const QVariantMap& placement, const Profiles& profiles, ExpansionSize limit) {
+    return expanded(placement, profiles, limit).fixture;
+}
+
+std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, const Profiles& profiles) {
+    std::vector<PatchedFixture> patch;
+    patch.reserve(static_cast<std::size_t>(placements.size()));
+    ExpansionSize left = largestRig;
+    for (const QVariant& placement : placements) {
+        auto [fixture, size] = expanded(mapValue(placement), profiles,
+                                        {.entries = std::min(left.entries, largestFixture.entries),
+                                         .characters = std::min(left.characters, largestFixture.characters)});
+        left.entries -= size.entries;
+        left.characters -= size.characters;
+        patch.push_back(std::move(fixture));
+    }
+    return patch;
+}
+
+PatchedFixture patchedFixture(const ControlView& view) {
+    PatchedFixture fixture{.name = view.name(),
+                           .universe = static_cast<std::int32_t>(view.universe()),
+                           .address = view.address(),
+                           .controls = {}};
+    fixture.controls.reserve(view.controls().size());
+    for (const auto& control : view.controls()) {
+        fixture.controls.push_back({.key = {},
+                                    .slot = control->address(),
+                                    .channels = control->channels(),
+                                    .dummy = control->dummy()});
+    }
+    return fixture;
+}
+
+std::vector<PatchedFixture> presentPatch() {
+    std::vector<PatchedFixture> patch;
+    if (const auto* const views = ControlView::controlViews()) {
+        patch.reserve(views->size());
+        for (const auto& view : *views) {
+            patch.push_back(patchedFixture(*view));
+        }
+    }
+    return patch;
+}
