@@ -8,6 +8,7 @@
 #include "controls/DMXControl.h"
 #include "controls/EditView.h"
 #include "fixtures/ControlView.h"
+#include "fixtures/UndrivenSlots.h"
 #include "plist/Reading.h"
 #include "window/AddressField.h"
 #include "window/Sheets.h"
@@ -65,6 +66,7 @@ void AppDelegate::connectWindow() {
     connect(&_window, &MainWindow::savedRigChosen, this, &AppDelegate::goBackToSavedRig);
     connect(&_window.cueMenu(), &QMenu::triggered, &showKeeper_, &ShowKeeper::showChanged);
     connect(&fixtureTable_, &FixtureTable::edited, &showKeeper_, &ShowKeeper::showChanged);
+    connect(&fixtureTable_, &FixtureTable::edited, this, clearUndrivenSlots);
     // For as long as the windows: the table's own end may yet take in a number that was being typed.
     connect(&fixtureTable_, &FixtureTable::edited, &windows_, [this] { windows_.scanWindows(); });
 }
@@ -87,6 +89,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         savedState_.restoreState(rig_.stateKey());
     }
     setIPAddress(destination_.text());
+    fixtureTable_.attach();
     _window.showFixtures(fixtureTable_);
     _window.showOutput(destination_);
     ticker_.start([this] { timerProc(); });
@@ -152,6 +155,7 @@ void AppDelegate::reloadSettings() {
     ControlView::reset();
     DMXControl::reset();
     createControlViews();
+    clearUndrivenSlots();
     windows_.scanWindows(stringValue(defaults_.objectForKey(mainWindowTitleKey)));
     savedState_.restoreState(rig_.stateKey());
     fixtureTable_.attach();

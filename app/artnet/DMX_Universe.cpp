@@ -80,6 +80,16 @@ std::span<std::uint8_t, DMX_Universe::slotCount> DMX_Universe::dmx() {
     return std::span(buf).subspan<headerSize, slotCount>();
 }
 
+void DMX_Universe::clearSlotsExcept(const std::bitset<slotCount>& kept) {
+    const auto levels = dmx();
+    for (std::size_t slot = 0; slot < slotCount; ++slot) {
+        if (!kept.test(slot) && levels[slot] != 0) {
+            levels[slot] = 0;
+            _needsTX = true;
+        }
+    }
+}
+
 std::int32_t DMX_Universe::sendWithSocket(int socket, std::uint32_t toAddress) {
     if (!_active || !isDue()) {
         return 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -38,6 +39,9 @@ public:
 
     /// The slots, DMX slot n (1..512) at index n - 1. Valid as long as the universe lives.
     std::span<std::uint8_t, slotCount> dmx();
+    /// Puts every slot that is not among `kept`, DMX slot n at bit n - 1, to 0; when one of them was not, the
+    /// universe needs transmission.
+    void clearSlotsExcept(const std::bitset<slotCount>& kept);
     /// The datagram as it stands: header and slots.
     std::span<const std::uint8_t, packetSize> packet() const { return buf; }
 

@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <bitset>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -61,6 +63,9 @@ private slots:
     void aSendClearsBothFlags();
     void aCallThatSendsNothingLeavesTheFlags();
     void aFailedSendClearsBothFlagsAndIsTriedAgainAfterASecond();
+
+    void slotsThatAreNotKeptGoToZeroAndAreSent();
+    void whereEverythingIsKeptOrZeroNothingIsSent();
 
     void thereIsNoRegistryBeforeTheFirstUniverse();
     void aNumberLeadsToTheSameUniverseEachTime();
@@ -335,6 +340,28 @@ void tst_DMX_Universe::aFailedSendClearsBothFlagsAndIsTriedAgainAfterASecond() {
     QCOMPARE(tick(universe, false), 0);
     clock.advance(1);
     QCOMPARE(tick(universe, false), 530);
+}
+
+void tst_DMX_Universe::slotsThatAreNotKeptGoToZeroAndAreSent() {
+    DMX_Universe universe;
+    std::ranges::fill(universe.dmx(), std::uint8_t{7});
+    std::bitset<512> kept;
+    kept.set(0);
+    kept.set(511);
+    universe.clearSlotsExcept(kept);
+    QCOMPARE(bytes(universe.dmx()), "\x07" + QByteArray(510, '\0') + "\x07");
+    QVERIFY(universe.needsTX());
+    QVERIFY(!universe.active());
+}
+
+void tst_DMX_Universe::whereEverythingIsKeptOrZeroNothingIsSent() {
+    DMX_Universe universe;
+    universe.dmx()[4] = 7;
+    std::bitset<512> kept;
+    kept.set(4);
+    universe.clearSlotsExcept(kept);
+    QCOMPARE(universe.dmx()[4], std::uint8_t{7});
+    QVERIFY(!universe.needsTX());
 }
 
 void tst_DMX_Universe::thereIsNoRegistryBeforeTheFirstUniverse() {

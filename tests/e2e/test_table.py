@@ -143,54 +143,66 @@ class EditingTest(TableTestCase):
 
 
 class SlotsTest(TableTestCase):
-    def test_slots_that_a_fixture_leaves_keep_their_last_levels(self):
+    def test_slots_that_a_fixture_leaves_go_to_0(self):
         self.running.set(DIMMER, "128")
         self.wait_for_front({1: 128})
         self.enter(ADDRESS, "11")
-        self.receiver.wait_for_levels(1, {1: 128, 7: 32, 11: 128, 17: 32})
+        self.receiver.wait_for_levels(1, {11: 128, 17: 32})
         self.set(DIMMER, title("Front", 1, 11), "5")
-        self.receiver.wait_for_levels(1, {1: 128, 7: 32, 11: 5, 17: 32})
+        self.receiver.wait_for_levels(1, {11: 5, 17: 32})
 
-    def test_a_universe_that_its_last_fixture_leaves_falls_silent_without_a_blackout(self):
+    def test_a_slot_that_stays_driven_never_goes_dark(self):
+        self.running.set(DIMMER, "128")
+        self.wait_for_front({1: 128})
+        self.enter(UNIVERSE, "1", row=1)
+        self.enter(ADDRESS, "1", row=1)  # over the other one, and with a level of its own
+        self.wait_for_titles(FRONT, title("Back", 1, 1))
+        self.set(BACK_DIMMER, title("Back", 1, 1), "20")
+        self.receiver.wait_for_levels(1, {1: 20, 7: 32})
+        self.enter(ADDRESS, "101", row=1)
+        self.receiver.wait_for_levels(1, {1: 128, 7: 32, 101: 20, 107: 32})
+        self.assertEqual(self.levels_of(1, 1)[-3:], [128, 20, 128])
+        self.assertEqual(self.levels_of(1, 7)[-1:], [32])
+
+    def test_a_universe_that_its_last_fixture_leaves_falls_silent(self):
         self.running.set(DIMMER, "128")
         self.wait_for_front({1: 128})
         self.enter(UNIVERSE, "4")
         self.receiver.wait_for_levels(4, {1: 128, 7: 32})
-        self.wait_for_front({1: 128})
         self.receiver.forget()
         self.receiver.wait_for_count(3, universe=4)
-        # The one that was due when it was left, with the old levels.
+        # At most the one that was due when it was left, which is dark.
         due = self.receiver.datagrams(1)
         self.assertLessEqual(len(due), 1)
-        self.assertEqual([datagram.slots for datagram in due], [levels({1: 128, 7: 32})] * len(due))
+        self.assertEqual([datagram.slots for datagram in due], [levels({})] * len(due))
 
-    def test_a_fixture_that_returns_finds_the_levels_that_it_left(self):
+    def test_a_fixture_that_returns_finds_the_universe_dark(self):
         self.running.set(SHUTTER, "200")
         self.wait_for_front({7: 200})
         self.enter(UNIVERSE, "4")
         self.receiver.wait_for_levels(4, {7: 200})
         self.enter(ADDRESS, "101")
-        self.receiver.wait_for_levels(4, {7: 200, 107: 200})
+        self.receiver.wait_for_levels(4, {107: 200})
         self.enter(UNIVERSE, "1")
-        self.receiver.wait_for_levels(1, {7: 200, 107: 200})
+        self.receiver.wait_for_levels(1, {107: 200})
 
     def test_of_two_fixtures_on_the_same_slots_the_lower_one_in_the_table_is_heard(self):
         self.enter(UNIVERSE, "1", row=1)
         self.enter(ADDRESS, "1", row=1)
         self.wait_for_titles(FRONT, title("Back", 1, 1))
         self.set(BACK_DIMMER, title("Back", 1, 1), "20")
-        self.receiver.wait_for_levels(1, {1: 20, 7: 32, 107: 32})
+        self.receiver.wait_for_levels(1, {1: 20, 7: 32})
         self.receiver.forget()
         self.running.set(DIMMER, "10")
         self.set(SHUTTER, title("Back", 1, 1), "40")
-        self.receiver.wait_for_levels(1, {1: 20, 7: 40, 107: 32})
+        self.receiver.wait_for_levels(1, {1: 20, 7: 40})
         self.assertEqual(self.levels_of(1, 1), [20])
 
     def test_slots_beyond_512_are_not_sent(self):
         self.enter(ADDRESS, "511", row=1)
         self.wait_for_titles(FRONT, title("Back", 2, 511))
         self.set(BACK_DIMMER, title("Back", 2, 511), "9")
-        self.receiver.wait_for_levels(2, {107: 32, 511: 9})
+        self.receiver.wait_for_levels(2, {511: 9})
 
 
 if __name__ == "__main__":
