@@ -78,10 +78,10 @@ PatchedFixture patchedFixture(const QVariantMap& placement, const Profiles& prof
     return expanded(placement, profiles, limit).fixture;
 }
 
-std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, const Profiles& profiles) {
+std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, const Profiles& profiles,
+                                            ExpansionSize& left) {
     std::vector<PatchedFixture> patch;
     patch.reserve(static_cast<std::size_t>(placements.size()));
-    ExpansionSize left = largestRig;
     for (const QVariant& placement : placements) {
         auto [fixture, size] = expanded(mapValue(placement), profiles,
                                         {.entries = std::min(left.entries, largestFixture.entries),

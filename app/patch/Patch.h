@@ -41,8 +41,9 @@ struct PatchedFixture {
 /// What the placement comes to, which is what a view made from it comes to. Makes no view, prints nothing.
 PatchedFixture patchedFixture(const QVariantMap& placement, const Profiles& profiles,
                               ExpansionSize limit = largestFixture);
-/// The same for one placement after the other, all together within the bounds of a rig.
-std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, const Profiles& profiles);
+/// The same for one placement after the other, all together within `left`, off which is taken what they use.
+std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, const Profiles& profiles,
+                                            ExpansionSize& left);
 
 /// A fixture as it stands in its view now, its controls without keys.
 PatchedFixture patchedFixture(const ControlView& view);

@@ -1,11 +1,17 @@
 #include "window/FixtureTable.h"
 
 #include "fixtures/ControlView.h"
+#include "patch/Patch.h"
+#include "patch/PatchProblems.h"
 #include "plist/Reading.h"
 #include "settings/Settings.h"
 #include "widgets/ShownText.h"
+#include "window/WarningMark.h"
+
+#include <QGuiApplication>
 
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -35,6 +41,11 @@ QString cellText(const ControlView* view, int column) {
 
 } // namespace
 
+FixtureTable::FixtureTable(Settings& settings)
+    : settings_(settings), mark_(warningMark()), problems_(patchProblems(presentPatch())) {
+    connect(this, &FixtureTable::edited, this, &FixtureTable::refreshMarks);
+}
+
 void FixtureTable::detach() {
     beginResetModel();
     attached_ = false;
@@ -44,6 +55,7 @@ void FixtureTable::detach() {
 void FixtureTable::attach() {
     beginResetModel();
     attached_ = true;
+    problems_ = patchProblems(presentPatch());
     endResetModel();
 }
 
@@ -65,6 +77,9 @@ QVariant FixtureTable::headerData(int section, Qt::Orientation orientation, int 
 }
 
 QVariant FixtureTable::data(const QModelIndex& index, int role) const {
+    if (const QVariant marked = markedCell(index, role); marked.isValid()) {
+        return marked;
+    }
     if (role == Qt::ToolTipRole && index.column() == Name) {
         return cellText(viewAt(index.row()), Name); // a long one is cut in its cell
     }
@@ -72,6 +87,43 @@ QVariant FixtureTable::data(const QModelIndex& index, int role) const {
         return {};
     }
     return cellText(viewAt(index.row()), index.column());
+}
+
+QString FixtureTable::problemOf(int row) const {
+    const auto place = static_cast<std::size_t>(row);
+    return row >= 0 && place < problems_.size() ? problems_[place] : QString();
+}
+
+// What a fixture that is not where it should be shows besides its numbers; invalid for all others.
+QVariant FixtureTable::markedCell(const QModelIndex& index, int role) const {
+    const QString problem = problemOf(index.row());
+    if (problem.isNull()) {
+        return {};
+    }
+    const bool isName = index.column() == Name;
+    const QString fixture = cellText(viewAt(index.row()), Name);
+    switch (role) {
+    case Qt::DecorationRole:
+        return isName ? QVariant(mark_) : QVariant();
+    case Qt::ForegroundRole:
+        return warningColour(QGuiApplication::palette());
+    case Qt::ToolTipRole:
+        return fixture + '\n' + problem;
+    case Qt::AccessibleTextRole:
+        return isName ? QVariant(fixture + ", warning: " + QString(problem).replace('\n', ". ")) : QVariant();
+    default:
+        return {};
+    }
+}
+
+void FixtureTable::refreshMarks() {
+    const std::vector<QString> old = std::exchange(problems_, patchProblems(presentPatch()));
+    for (int row = 0; row < rowCount(); ++row) {
+        const auto place = static_cast<std::size_t>(row);
+        if (place >= old.size() || old[place] != problemOf(row)) {
+            emit dataChanged(index(row, 0), index(row, columnCount() - 1));
+        }
+    }
 }
 
 bool FixtureTable::setData(const QModelIndex& index, const QVariant& value, int role) {

@@ -1,12 +1,17 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QIcon>
+#include <QString>
+
+#include <vector>
 
 class Settings;
 
 /// The rows of the fixture table: every fixture view in the registry's order, with its name, universe and
 /// address. What is typed into a universe or address cell is read as an integer and moves the fixture, in its
-/// view and in the settings; the cell then shows what the view holds.
+/// view and in the settings; the cell then shows what the view holds. A fixture that overlaps another or runs
+/// past its universe carries a mark, with the reason in its tip and for screen readers.
 class FixtureTable : public QAbstractTableModel {
     Q_OBJECT
 
@@ -14,7 +19,7 @@ public:
     enum Column : int { Name = 0, Universe = 1, Address = 2 };
 
     /// `settings` has to outlive the table.
-    explicit FixtureTable(Settings& settings) : settings_(settings) {}
+    explicit FixtureTable(Settings& settings);
 
     /// While detached the table has no rows, so that nothing asks for views that are being rebuilt.
     void detach();
@@ -36,8 +41,13 @@ signals:
 
 private:
     void moveFixture(int row, int column, int value);
+    QString problemOf(int row) const;
+    QVariant markedCell(const QModelIndex& index, int role) const;
+    void refreshMarks();
 
     Settings& settings_;
     bool attached_ = true;
     bool dictDirty_ = false;
+    QIcon mark_;
+    std::vector<QString> problems_; ///< by row, null where there is none
 };

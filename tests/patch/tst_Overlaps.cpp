@@ -123,7 +123,7 @@ void tst_Overlaps::fixturesWithoutNumberTakeNoTimeWithoutEnd() {
     QElapsedTimer timer;
     timer.start();
     const std::vector<Overlap> found = overlaps(patch);
-    QVERIFY(timer.elapsed() < 2000);
+    QVERIFY2(timer.elapsed() < 20'000, "it took more than 20 seconds");
     QCOMPARE(found.size(), std::size_t{1});
     QCOMPARE(found.front().fixtures.size(), std::size_t{100'000});
 }

@@ -144,7 +144,8 @@ void tst_Patch::whatUnfoldsWithoutEndIsCutAndSaysSo() {
 
 void tst_Patch::aRigIsCutAsAWhole() {
     const QVariantMap placed{{"profiles", QVariantList{QVariantMap{{"profile", "0"}}}}};
-    const std::vector<PatchedFixture> patch = patchedFixtures(QVariantList(100, placed), table(bomb()));
+    ExpansionSize left = largestRig;
+    const std::vector<PatchedFixture> patch = patchedFixtures(QVariantList(100, placed), table(bomb()), left);
     std::size_t controls = 0;
     for (const PatchedFixture& fixture : patch) {
         QVERIFY(!fixture.complete);

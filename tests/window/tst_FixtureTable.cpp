@@ -43,6 +43,11 @@ private slots:
     void aRowWithoutAFixtureChangesNothing();
     void otherRolesAreNoEdits();
 
+    void aFixtureThatStandsWellCarriesNoMark();
+    void anOverlapIsMarkedOnBothFixturesAndGoesAgain();
+    void aFixtureThatRunsPastItsUniverseIsMarked();
+    void marksAreThereForAFreshRig();
+
     void whileDetachedThereAreNoRows();
     void aCellIsEditedInPlace();
     void aRebuildTakesAnOpenEditorAwayUnread();
@@ -247,6 +252,61 @@ void tst_FixtureTable::otherRolesAreNoEdits() {
     QVERIFY(!table_->setData(table_->index(0, AddressColumn), "17", Qt::DisplayRole));
     QCOMPARE(spot_->address(), 1U);
     QCOMPARE(edited.size(), 0);
+}
+
+void tst_FixtureTable::aFixtureThatStandsWellCarriesNoMark() {
+    for (int row = 0; row < 2; ++row) {
+        for (int column = 0; column < 3; ++column) {
+            const QModelIndex index = table_->index(row, column);
+            QVERIFY(!index.data(Qt::DecorationRole).isValid());
+            QVERIFY(!index.data(Qt::ForegroundRole).isValid());
+            QVERIFY(!index.data(Qt::AccessibleTextRole).isValid());
+        }
+    }
+    QCOMPARE(table_->index(0, NameColumn).data(Qt::ToolTipRole).toString(), QString("Spot"));
+}
+
+void tst_FixtureTable::anOverlapIsMarkedOnBothFixturesAndGoesAgain() {
+    edit(1, UniverseColumn, "0");
+    const QSignalSpy changed(table_.get(), &FixtureTable::dataChanged);
+    edit(1, AddressColumn, "2");
+    const QModelIndex spot = table_->index(0, NameColumn);
+    const QModelIndex wash = table_->index(1, NameColumn);
+    QVERIFY(!spot.data(Qt::DecorationRole).value<QIcon>().isNull());
+    QVERIFY(!wash.data(Qt::DecorationRole).value<QIcon>().isNull());
+    QVERIFY(!table_->index(0, AddressColumn).data(Qt::DecorationRole).isValid());
+    QVERIFY(table_->index(0, AddressColumn).data(Qt::ForegroundRole).isValid());
+    QCOMPARE(spot.data(Qt::ToolTipRole).toString(), QString("Spot\nOverlaps Wash in slot 2"));
+    QCOMPARE(table_->index(1, AddressColumn).data(Qt::ToolTipRole).toString(),
+             QString("Wash\nOverlaps Spot in slot 2"));
+    QCOMPARE(spot.data(Qt::AccessibleTextRole).toString(), QString("Spot, warning: Overlaps Wash in slot 2"));
+    QStringList rows;
+    for (const QVariantList& change : changed) {
+        rows.append(QString::number(change.at(0).toModelIndex().row()));
+    }
+    QVERIFY(rows.contains("0") && rows.contains("1"));
+
+    edit(1, AddressColumn, "20");
+    QVERIFY(!spot.data(Qt::DecorationRole).isValid());
+    QVERIFY(!wash.data(Qt::DecorationRole).isValid());
+}
+
+void tst_FixtureTable::aFixtureThatRunsPastItsUniverseIsMarked() {
+    edit(0, AddressColumn, "512");
+    QCOMPARE(table_->index(0, NameColumn).data(Qt::ToolTipRole).toString(),
+             QString("Spot\nSends nothing on slot 513: a universe ends at slot 512"));
+    edit(0, AddressColumn, "511");
+    QVERIFY(!table_->index(0, NameColumn).data(Qt::DecorationRole).isValid());
+}
+
+void tst_FixtureTable::marksAreThereForAFreshRig() {
+    rig_->add("Late", {"Dimmer"}, 0, 1);
+    const FixtureTable fresh(settings_);
+    QVERIFY(fresh.index(0, NameColumn).data(Qt::DecorationRole).isValid());
+    QVERIFY(!table_->index(0, NameColumn).data(Qt::DecorationRole).isValid());
+    table_->attach();
+    QVERIFY(table_->index(0, NameColumn).data(Qt::DecorationRole).isValid());
+    QVERIFY(table_->index(2, NameColumn).data(Qt::DecorationRole).isValid());
 }
 
 void tst_FixtureTable::whileDetachedThereAreNoRows() {
