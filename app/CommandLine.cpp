@@ -12,12 +12,12 @@ constexpr auto description = "Faderhall is a lighting console: faders on the scr
 
 CommandLine refused(const QString& reason) {
     std::fprintf(stderr, "faderhall: %s\nTry 'faderhall --help'.\n", qUtf8Printable(reason));
-    return {.resources = {}, .exitStatus = EXIT_FAILURE};
+    return {.task = {}, .resources = {}, .exitStatus = EXIT_FAILURE};
 }
 
 CommandLine answered(const QString& answer) {
     std::printf("%s\n", qUtf8Printable(answer.trimmed()));
-    return {.resources = {}, .exitStatus = EXIT_SUCCESS};
+    return {.task = {}, .resources = {}, .exitStatus = EXIT_SUCCESS};
 }
 
 } // namespace
@@ -32,7 +32,10 @@ CommandLine readCommandLine(int argc, char** argv) {
     const QCommandLineOption version({"v", "version"}, "Tell the program's version, and end.");
     const QCommandLineOption resources("resources",
                                        "Take profiles.plist and configurations.plist from <DIR>.", "DIR");
-    parser.addOptions({help, version, resources});
+    const QCommandLineOption check("check", "Tell on a terminal what is wrong with the rig, and end.");
+    const QCommandLineOption list("list",
+                                  "List the fixtures and the cues of the rig on a terminal, and end.");
+    parser.addOptions({help, version, resources, check, list});
     if (!parser.parse(QCoreApplication::arguments())) {
         return refused(parser.errorText());
     }
@@ -45,5 +48,11 @@ CommandLine readCommandLine(int argc, char** argv) {
     if (!parser.positionalArguments().isEmpty()) {
         return refused(QString("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
     }
-    return {.resources = parser.value(resources), .exitStatus = {}};
+    if (parser.isSet(check) && parser.isSet(list)) {
+        return refused("Only one of --check and --list can be done at a time.");
+    }
+    const CommandLine::Task looking = parser.isSet(list) ? CommandLine::List : CommandLine::Console;
+    return {.task = parser.isSet(check) ? CommandLine::Check : looking,
+            .resources = parser.value(resources),
+            .exitStatus = {}};
 }

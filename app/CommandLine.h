@@ -6,6 +6,9 @@
 
 /// What the program was started with.
 struct CommandLine {
+    /// What there is to do: open the console, or look at the rig on a terminal.
+    enum Task { Console, Check, List };
+    Task task = Console;
     QString resources;             ///< the folder of the tables; null when none is given
     std::optional<int> exitStatus; ///< stands when all is said and the program has to end
 };

@@ -1,4 +1,5 @@
 #include "AppDelegate.h"
+#include "CheckCommand.h"
 #include "CommandLine.h"
 #include "ConsoleLock.h"
 #include "DesktopIdentity.h"
@@ -37,6 +38,9 @@ int main(int argc, char** argv) {
         return *commandLine.exitStatus;
     }
     ensureHome();
+    if (commandLine.task != CommandLine::Console) {
+        return checkCommand(commandLine, argc, argv);
+    }
     if (const QString reason = whyNotToStart(); !reason.isNull()) {
         std::fprintf(stderr, "Faderhall cannot start: %s.\n", qUtf8Printable(reason));
         return EXIT_FAILURE;

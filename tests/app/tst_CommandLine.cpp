@@ -48,6 +48,8 @@ private slots:
     void helpIsToldAndEndsTheProgram();
     void theVersionIsToldAndEndsTheProgram_data();
     void theVersionIsToldAndEndsTheProgram();
+    void theRigIsCheckedOrListedOnRequest_data();
+    void theRigIsCheckedOrListedOnRequest();
     void whatIsNotUnderstoodIsNamedAndEndsTheProgram_data();
     void whatIsNotUnderstoodIsNamedAndEndsTheProgram();
     void noDisplayIsNeeded();
@@ -56,6 +58,7 @@ private slots:
 void tst_CommandLine::withoutArgumentsTheProgramStarts() {
     const Answer answer = answerTo({});
     QVERIFY(!answer.commandLine.exitStatus);
+    QCOMPARE(answer.commandLine.task, CommandLine::Console);
     QVERIFY(answer.commandLine.resources.isNull());
     QCOMPARE(answer.output, QByteArray());
     QCOMPARE(answer.error, QByteArray());
@@ -99,7 +102,8 @@ void tst_CommandLine::helpIsToldAndEndsTheProgram() {
     const Answer answer = answerTo(arguments);
     QCOMPARE(answer.commandLine.exitStatus, std::optional(0));
     QCOMPARE(answer.error, QByteArray());
-    for (const char* told : {"Usage: ", "--help", "--version", "--resources <DIR>", "DMX512", "Art-Net"}) {
+    for (const char* told :
+         {"Usage: ", "--help", "--version", "--resources <DIR>", "--check", "--list", "DMX512", "Art-Net"}) {
         QVERIFY2(answer.output.contains(told), answer.output.constData());
     }
     QVERIFY(answer.output.endsWith(".\n"));
@@ -122,6 +126,30 @@ void tst_CommandLine::theVersionIsToldAndEndsTheProgram() {
     QVERIFY2(line.match(answer.output).hasMatch(), answer.output.constData());
 }
 
+void tst_CommandLine::theRigIsCheckedOrListedOnRequest_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("task");
+    QTest::addColumn<QString>("folder");
+
+    QTest::newRow("a check") << QStringList{"--check"} << int{CommandLine::Check} << QString();
+    QTest::newRow("of a folder") << QStringList{"--resources", "/srv/rig", "--check"}
+                                 << int{CommandLine::Check} << "/srv/rig";
+    QTest::newRow("a list") << QStringList{"--list"} << int{CommandLine::List} << QString();
+    QTest::newRow("a folder alone") << QStringList{"--resources", "--check"} << int{CommandLine::Console}
+                                    << "--check";
+}
+
+void tst_CommandLine::theRigIsCheckedOrListedOnRequest() {
+    QFETCH(const QStringList, arguments);
+    QFETCH(const int, task);
+    QFETCH(const QString, folder);
+
+    const Answer answer = answerTo(arguments);
+    QVERIFY(!answer.commandLine.exitStatus);
+    QCOMPARE(int{answer.commandLine.task}, task);
+    QCOMPARE(answer.commandLine.resources, folder);
+}
+
 void tst_CommandLine::whatIsNotUnderstoodIsNamedAndEndsTheProgram_data() {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("named");
@@ -130,6 +158,7 @@ void tst_CommandLine::whatIsNotUnderstoodIsNamedAndEndsTheProgram_data() {
     QTest::newRow("an unknown letter") << QStringList{"-x"} << QByteArray("x");
     QTest::newRow("no folder") << QStringList{"--resources"} << QByteArray("resources");
     QTest::newRow("a file") << QStringList{"show.plist"} << QByteArray("show.plist");
+    QTest::newRow("a check and a list") << QStringList{"--check", "--list"} << QByteArray("--list");
     QTest::newRow("help behind what is not understood")
         << QStringList{"--nonsense", "--help"} << QByteArray("nonsense");
 }

@@ -13,7 +13,7 @@ BUILD = Path(os.environ["FADERHALL_BUILD"])
 APP = Path(__file__).resolve().parent.parent.parent / "app"
 
 # From the bottom up.
-ROOMS = ["clock", "plist", "widgets", "artnet", "controls", "fixtures", "patch", "settings", "cues", "window"]
+ROOMS = ["clock", "plist", "widgets", "artnet", "controls", "fixtures", "patch", "settings", "cues", "check", "window"]
 
 
 def compile_command(room):

@@ -1,0 +1,34 @@
+#include "check/Report.h"
+
+#include "widgets/ShownText.h"
+
+#include <algorithm>
+
+QString onOneLine(QString text) {
+    const auto isCommand = [](QChar character) {
+        return character.category() == QChar::Other_Control || character.category() == QChar::Other_Format ||
+               character.category() == QChar::Separator_Line ||
+               character.category() == QChar::Separator_Paragraph;
+    };
+    std::ranges::replace_if(text, isCommand, QChar(QChar::ReplacementCharacter));
+    return text;
+}
+
+void Report::add(const QString& place, const QString& fault, const QString& remedy) {
+    const QString where = place.isEmpty() ? file_ : file_ + ": " + place;
+    lines_.append(onOneLine(where + ": " + fault + "; " + remedy));
+}
+
+QString quoted(const QString& name) {
+    return "'" + shownName(name) + "'";
+}
+
+QString listed(const QStringList& names) {
+    constexpr qsizetype mostNames = 10;
+    QStringList shown = names.first(std::min(names.size(), mostNames));
+    if (shown.size() < names.size()) {
+        shown.append(QString("%1 more").arg(names.size() - shown.size()));
+    }
+    const QString last = shown.takeLast();
+    return shown.isEmpty() ? last : shown.join(", ") + " and " + last;
+}

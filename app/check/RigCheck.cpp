@@ -1,0 +1,132 @@
+#include "check/RigCheck.h"
+
+#include "check/PatchCheck.h"
+#include "check/Report.h"
+#include "check/StoredTypes.h"
+#include "cues/CueStore.h"
+#include "fixtures/Profiles.h"
+#include "patch/Patch.h"
+#include "plist/Reading.h"
+#include "settings/Settings.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::array rigFields = {StoredField{QLatin1StringView("views"), StoredType::List},
+                                  StoredField{QLatin1StringView("profiles"), StoredType::Dictionary},
+                                  StoredField{QLatin1StringView("cues"), StoredType::Dictionary}};
+
+constexpr std::array placementFields = {StoredField{QLatin1StringView("name"), StoredType::Text},
+                                        StoredField{QLatin1StringView("universe"), StoredType::Integer},
+                                        StoredField{QLatin1StringView("address"), StoredType::Integer},
+                                        StoredField{QLatin1StringView("layer"), StoredType::Integer},
+                                        StoredField{QLatin1StringView("profiles"), StoredType::List}};
+
+constexpr std::array recordFields = {StoredField{QLatin1StringView("key"), StoredType::Text},
+                                     StoredField{QLatin1StringView("value"), StoredType::Integer},
+                                     StoredField{QLatin1StringView("time"), StoredType::Number}};
+
+KnownProfiles knownProfiles(const KnownProfiles& table, const QVariantMap& own) {
+    KnownProfiles known = table;
+    for (auto profile = own.begin(); known && profile != own.end(); ++profile) {
+        known->insert(profile.key(), profile.value());
+    }
+    return known;
+}
+
+void checkPlacement(const QVariant& value, const KnownProfiles& known, const QString& place, Report& report) {
+    if (value.typeId() != QMetaType::QVariantMap) {
+        report.add(place, QString("is %1, which adds a fixture without faders").arg(described(value)),
+                   "make it a dictionary");
+        return;
+    }
+    const QVariantMap placement = value.toMap();
+    checkFields(placement, placementFields, place, report);
+    checkEntries(listValue(placement.value("profiles")), known, place, report);
+}
+
+bool isCueWithoutData(const QVariant& entry) {
+    return stringValue(entry) == "cue data goes here";
+}
+
+void checkCue(const QVariant& entry, const FaderKeys& keys, const QString& place, Report& report) {
+    if (entry.typeId() == QMetaType::QVariantList) {
+        checkRecords(entry.toList(), keys, place, report);
+    } else if (!isCueWithoutData(entry)) {
+        report.add(place, QString("is %1, which moves nothing").arg(described(entry)),
+                   "make it an array of records");
+    }
+}
+
+void checkCues(const QVariantMap& rig, const FaderKeys& keys, const QString& place, Report& report) {
+    Settings settings(rig);
+    for (const QString& number : CueStore(settings).sortedCueList()) {
+        checkCue(settings.cues().value(number), keys, place + "cue " + quoted(number), report);
+    }
+}
+
+QSet<QString> keysOf(const std::vector<PatchedFixture>& patch) {
+    QSet<QString> keys;
+    for (const PatchedFixture& fixture : patch) {
+        for (const PatchedControl& control : fixture.controls) {
+            if (!control.dummy) {
+                keys.insert(control.key);
+            }
+        }
+    }
+    return keys;
+}
+
+} // namespace
+
+FaderKeys RigCheck::check(const QVariantMap& rig, const QString& place, Report& report) {
+    checkFields(rig, rigFields, place.isEmpty() ? QString() : place.chopped(2), report);
+    const Settings settings(rig);
+    const KnownProfiles known = knownProfiles(table_, settings.userProfiles());
+    checkProfiles(settings.userProfiles(), known, place, report);
+    const FaderKeys keys = checkFixtures(settings.views(), known, place, report);
+    checkCues(rig, keys, place, report);
+    return keys;
+}
+
+FaderKeys RigCheck::checkFixtures(const QVariantList& placements, const KnownProfiles& known,
+                                  const QString& place, Report& report) {
+    for (qsizetype i = 0; i < placements.size(); ++i) {
+        const QString name = stringValue(mapValue(placements[i]).value("name"));
+        checkPlacement(placements[i], known, place + fixtureAt(static_cast<std::size_t>(i), name), report);
+    }
+    lookedAtAll_ =
+        lookedAtAll_ && left_.entries >= largestRig.entries && left_.characters >= largestRig.characters;
+    if (!known || !lookedAtAll_) {
+        return {};
+    }
+    Profiles profiles;
+    profiles.setTable(known);
+    ExpansionSize left = largestRig;
+    const std::vector<PatchedFixture> patch = patchedFixtures(placements, profiles, left);
+    left_.entries -= largestRig.entries - left.entries;
+    left_.characters -= largestRig.characters - left.characters;
+    checkPatch(patch, place, report);
+    return keysOf(patch);
+}
+
+void checkRecords(const QVariantList& records, const FaderKeys& keys, const QString& place, Report& report) {
+    for (qsizetype i = 0; i < records.size(); ++i) {
+        const QString where = place + QString(", record %1").arg(i + 1);
+        if (records[i].typeId() != QMetaType::QVariantMap) {
+            report.add(where, QString("is %1, which moves nothing").arg(described(records[i])),
+                       "make it a dictionary");
+            continue;
+        }
+        const QVariantMap record = records[i].toMap();
+        checkFields(record, recordFields, where, report);
+        const QVariant key = record.value("key");
+        if (!key.isValid()) {
+            report.add(where, "has no 'key' and moves nothing", "add the key of a fader");
+        } else if (keys && key.typeId() == QMetaType::QString && !keys->contains(key.toString())) {
+            report.add(where, QString("there is no fader %1").arg(quoted(key.toString())),
+                       "correct the key or take the record out");
+        }
+    }
+}

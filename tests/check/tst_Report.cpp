@@ -1,0 +1,55 @@
+#include "check/Report.h"
+
+#include <QTest>
+
+class tst_Report : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aProblemIsOneLine();
+    void whatATerminalTakesForCommandsIsReplaced();
+    void ofManyNamesTheFirstAreListed_data();
+    void ofManyNamesTheFirstAreListed();
+    void aNameOfNoReadableLengthIsCut();
+};
+
+void tst_Report::aProblemIsOneLine() {
+    Report report("/srv/rig.plist");
+    QCOMPARE(report.lines(), QStringList());
+    report.add("fixture 1", "is 5", "make it a dictionary");
+    report.add({}, "is missing", "put it there");
+    const QStringList expected{"/srv/rig.plist: fixture 1: is 5; make it a dictionary",
+                               "/srv/rig.plist: is missing; put it there"};
+    QCOMPARE(report.lines(), expected);
+}
+
+void tst_Report::whatATerminalTakesForCommandsIsReplaced() {
+    Report report("a\nb");
+    report.add("c\033[31m", QString("d\u2028e\u202ef"), "B\u00fchne");
+    QCOMPARE(report.lines(), QStringList{QString("a\ufffdb: c\ufffd[31m: d\ufffde\ufffdf; B\u00fchne")});
+}
+
+void tst_Report::ofManyNamesTheFirstAreListed_data() {
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("one") << QStringList{"A"} << "A";
+    QTest::newRow("two") << QStringList{"A", "B"} << "A and B";
+    QTest::newRow("three") << QStringList{"A", "B", "C"} << "A, B and C";
+    QTest::newRow("as many as are read") << QStringList(10, "A") << "A, A, A, A, A, A, A, A, A and A";
+    QTest::newRow("one more") << QStringList(11, "A") << "A, A, A, A, A, A, A, A, A, A and 1 more";
+}
+
+void tst_Report::ofManyNamesTheFirstAreListed() {
+    QFETCH(const QStringList, names);
+    QFETCH(const QString, text);
+    QCOMPARE(listed(names), text);
+}
+
+void tst_Report::aNameOfNoReadableLengthIsCut() {
+    QCOMPARE(quoted("Spot"), QString("'Spot'"));
+    QCOMPARE(quoted(QString(1'000'000, 'x')).size(), 203);
+}
+
+QTEST_APPLESS_MAIN(tst_Report)
+#include "tst_Report.moc"
