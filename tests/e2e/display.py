@@ -63,12 +63,14 @@ class Display:
                                     env=self._environment))
         wait_until(lambda: "yes" in self._root_property("READY"), "the window manager")
 
+    def _server_command(self):
+        return ["Xvfb", "-screen", "0", self._screen]
+
     def _start_server(self, stack):
         reading, writing = os.pipe()
         try:
             self._server = stack.enter_context(running(
-                ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._screen, "-nolisten", "tcp",
-                 "-noreset"],
+                [*self._server_command(), "-displayfd", str(writing), "-nolisten", "tcp", "-noreset"],
                 pass_fds=[writing]))
         finally:
             os.close(writing)
@@ -77,7 +79,7 @@ class Display:
             while not number.endswith(b"\n"):
                 wait_until(lambda: select.select([answer], [], [], 0)[0], "an answer of the display server")
                 if not (part := answer.read(16)):
-                    raise AssertionError("Xvfb has ended")
+                    raise AssertionError("the display server has ended")
                 number += part
         return ":" + number.decode().strip()
 
