@@ -33,18 +33,19 @@ std::vector<std::int32_t> patchedUniverses() {
 
 } // namespace
 
-OutputWindow::OutputWindow(QWidget& window) : QWidget(&window, Qt::Window), content_(new QWidget) {
+OutputWindow::OutputWindow(QWidget& window)
+    : QWidget(&window, Qt::Window), scroller_(new QScrollArea), content_(new QWidget) {
     setWindowTitle("Output");
     resize(firstSize);
     rows_ = new QVBoxLayout(content_);
     rows_->addStretch();
-    auto* const scroller = new QScrollArea;
-    scroller->setWidgetResizable(true);
-    scroller->setFrameShape(QFrame::NoFrame);
-    scroller->setWidget(content_);
+    scroller_->setFocusPolicy(Qt::NoFocus); // its grids take the keys, and scroll it
+    scroller_->setWidgetResizable(true);
+    scroller_->setFrameShape(QFrame::NoFrame);
+    scroller_->setWidget(content_);
     auto* const frame = new QVBoxLayout(this);
     frame->setContentsMargins({});
-    frame->addWidget(scroller);
+    frame->addWidget(scroller_);
     timer_.setInterval(betweenLooks);
     connect(&timer_, &QTimer::timeout, this, &OutputWindow::refresh);
 }
@@ -76,7 +77,10 @@ void OutputWindow::rebuild(const std::vector<std::int32_t>& universes) {
 // Above the stretch, which stays last.
 void OutputWindow::addGrid(std::int32_t universe) {
     auto* const grid = new UniverseGrid(universe, pictures_);
-    connect(grid, &UniverseGrid::slotClicked, this, &OutputWindow::selectSlot);
+    connect(grid, &UniverseGrid::slotChosen, this, &OutputWindow::selectSlot);
+    connect(grid, &UniverseGrid::currentSlotMoved, this, [this, grid](const QRect& place) {
+        scroller_->ensureVisible(grid->x() + place.center().x(), grid->y() + place.center().y());
+    });
     rows_->insertWidget(rows_->count() - 1, new QLabel(QString("Universe %1").arg(universe)));
     rows_->insertWidget(rows_->count() - 1, grid);
     grids_.push_back(grid);

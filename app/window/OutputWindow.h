@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+class QScrollArea;
 class QVBoxLayout;
 class UniverseGrid;
 
@@ -36,6 +37,7 @@ private:
     static void selectSlot(std::int32_t universe, std::size_t slotIndex);
 
     LevelPictures pictures_;
+    QScrollArea* scroller_;
     QWidget* content_;
     QVBoxLayout* rows_;
     std::vector<UniverseGrid*> grids_; ///< owned by the content

@@ -7,6 +7,7 @@
 #include "window/LevelPictures.h"
 
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QToolTip>
 
@@ -22,6 +23,27 @@ int pixels(std::size_t count, int each) {
     return static_cast<int>(count) * each;
 }
 
+// Where a key leads from a slot; nothing for one that is no step.
+std::optional<std::size_t> slotAfterKey(std::size_t slotIndex, int key) {
+    constexpr std::size_t last = DMX_Universe::slotCount - 1;
+    switch (key) {
+    case Qt::Key_Left:
+        return slotIndex == 0 ? 0 : slotIndex - 1;
+    case Qt::Key_Right:
+        return std::min(slotIndex + 1, last);
+    case Qt::Key_Up:
+        return slotIndex < columns ? slotIndex : slotIndex - columns;
+    case Qt::Key_Down:
+        return slotIndex + columns > last ? slotIndex : slotIndex + columns;
+    case Qt::Key_Home:
+        return 0;
+    case Qt::Key_End:
+        return last;
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 UniverseGrid::UniverseGrid(std::int32_t universe, LevelPictures& pictures)
@@ -29,6 +51,7 @@ UniverseGrid::UniverseGrid(std::int32_t universe, LevelPictures& pictures)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFixedSize(numbersWidth + pixels(columns, LevelPictures::size.width()),
                  pixels(rows, LevelPictures::size.height()));
+    setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(QString("Slots of universe %1").arg(universe));
     std::ranges::copy(DMX_Universe::getUniverse(universe).dmx(), shown_.begin());
 }
@@ -78,6 +101,14 @@ void UniverseGrid::paintEvent(QPaintEvent* event) {
             paintRow(painter, row, due);
         }
     }
+    if (hasFocus()) {
+        paintOutline(painter);
+    }
+}
+
+void UniverseGrid::paintOutline(QPainter& painter) const {
+    painter.setPen(gHighlight);
+    painter.drawRect(slotRect(currentSlot_).adjusted(0, 0, -1, -1));
 }
 
 void UniverseGrid::paintRow(QPainter& painter, std::size_t row, const QRect& due) {
@@ -119,6 +150,31 @@ bool UniverseGrid::event(QEvent* event) {
 void UniverseGrid::mousePressEvent(QMouseEvent* event) {
     const auto slot = slotAt(event->position().toPoint());
     if (slot && event->button() == Qt::LeftButton) {
-        emit slotClicked(universe_, *slot);
+        goToSlot(*slot);
+        emit slotChosen(universe_, *slot);
     }
+}
+
+void UniverseGrid::keyPressEvent(QKeyEvent* event) {
+    const int key = event->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+        emit slotChosen(universe_, currentSlot_);
+        return;
+    }
+    const auto slot = slotAfterKey(currentSlot_, key);
+    if (!slot) {
+        return QWidget::keyPressEvent(event);
+    }
+    goToSlot(*slot);
+    const QRect place = slotRect(*slot);
+    emit currentSlotMoved(place);
+    QToolTip::showText(mapToGlobal(place.bottomLeft()), slotText(*slot), this, place);
+}
+
+// Said aloud as the grid's description.
+void UniverseGrid::goToSlot(std::size_t slotIndex) {
+    update(slotRect(currentSlot_));
+    currentSlot_ = slotIndex;
+    update(slotRect(currentSlot_));
+    setAccessibleDescription(slotText(slotIndex));
 }

@@ -11,8 +11,8 @@
 
 class LevelPictures;
 
-/// The 512 slots of one universe as they last went out, 32 in a row. Pointing at a slot names what drives it,
-/// a click tells the slot.
+/// The 512 slots of one universe as they last went out, 32 in a row. Pointing at a slot, or going there with
+/// the arrow keys, names what drives it; a click or Return chooses it.
 class UniverseGrid : public QWidget {
     Q_OBJECT
 
@@ -29,19 +29,25 @@ public:
     QRect slotRect(std::size_t slotIndex) const;
 
 signals:
-    void slotClicked(std::int32_t universe, std::size_t slotIndex);
+    void slotChosen(std::int32_t universe, std::size_t slotIndex);
+    /// The keys went to the slot that is drawn there.
+    void currentSlotMoved(const QRect& place);
 
 protected:
     bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void paintRow(QPainter& painter, std::size_t row, const QRect& due);
+    void paintOutline(QPainter& painter) const;
     std::optional<std::size_t> slotAt(QPoint place) const;
+    void goToSlot(std::size_t slotIndex);
     void refreshRow(std::size_t first, std::span<const std::uint8_t> levels);
 
     std::int32_t universe_;
     LevelPictures& pictures_;
+    std::size_t currentSlot_ = 0; ///< where the keys are
     std::array<std::uint8_t, DMX_Universe::slotCount> shown_{};
 };

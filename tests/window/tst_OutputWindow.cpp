@@ -1,6 +1,7 @@
 #include "window/OutputWindow.h"
 
 #include "artnet/DMX_Universe.h"
+#include "controls/Colours.h"
 #include "controls/DMXControl.h"
 #include "support/TestRig.h"
 #include "window/UniverseGrid.h"
@@ -62,6 +63,12 @@ private slots:
     void pointingAtASlotNamesWhatDrivesIt();
     void aClickSelectsTheFader();
     void aClickOnAFreeSlotSelectsNothing();
+    void keysGoFromSlotToSlot_data();
+    void keysGoFromSlotToSlot();
+    void theSlotOfTheKeysIsOutlined();
+    void theSlotOfTheKeysIsScrolledTo();
+    void returnSelectsTheFader();
+    void tabGoesToTheNextUniverse();
     void escapeClosesTheWindow();
 
 private:
@@ -196,6 +203,67 @@ void tst_OutputWindow::aClickSelectsTheFader() {
 void tst_OutputWindow::aClickOnAFreeSlotSelectsNothing() {
     click(grid(1), 1);
     QCOMPARE(spot_->selectedControl(), nullptr);
+}
+
+void tst_OutputWindow::keysGoFromSlotToSlot_data() {
+    QTest::addColumn<QList<int>>("keys");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("right") << QList<int>{Qt::Key_Right} << "Universe 0, slot 2: 0";
+    QTest::newRow("down") << QList<int>{Qt::Key_Down} << "Universe 0, slot 33: 0";
+    QTest::newRow("down, left") << QList<int>{Qt::Key_Down, Qt::Key_Left} << "Universe 0, slot 32: 0";
+    QTest::newRow("down, up") << QList<int>{Qt::Key_Down, Qt::Key_Up} << "Universe 0, slot 1: 0\nWash Green";
+    QTest::newRow("left at the first") << QList<int>{Qt::Key_Left} << "Universe 0, slot 1: 0\nWash Green";
+    QTest::newRow("up at the top") << QList<int>{Qt::Key_Up} << "Universe 0, slot 1: 0\nWash Green";
+    QTest::newRow("end") << QList<int>{Qt::Key_End} << "Universe 0, slot 512: 0";
+    QTest::newRow("right at the last") << QList<int>{Qt::Key_End, Qt::Key_Right} << "Universe 0, slot 512: 0";
+    QTest::newRow("down at the bottom") << QList<int>{Qt::Key_End, Qt::Key_Down} << "Universe 0, slot 512: 0";
+    QTest::newRow("home") << QList<int>{Qt::Key_End, Qt::Key_Home} << "Universe 0, slot 1: 0\nWash Green";
+}
+
+void tst_OutputWindow::keysGoFromSlotToSlot() {
+    QFETCH(const QList<int>, keys);
+    QFETCH(const QString, text);
+    for (const int key : keys) {
+        QTest::keyClick(&grid(0), static_cast<Qt::Key>(key));
+    }
+    QCOMPARE(QToolTip::text(), text);
+    QCOMPARE(grid(0).accessibleDescription(), text);
+}
+
+void tst_OutputWindow::theSlotOfTheKeysIsOutlined() {
+    const auto outlined = [this](std::size_t slotIndex) {
+        const QRect slot = grid(1).slotRect(slotIndex);
+        return grid(1).grab().toImage().pixel(slot.topLeft()) == gHighlight.rgb();
+    };
+    grid(1).setFocus();
+    QVERIFY(outlined(0));
+    QTest::keyClick(&grid(1), Qt::Key_Right);
+    QVERIFY(!outlined(0));
+    QVERIFY(outlined(1));
+    grid(0).setFocus();
+    QVERIFY(!outlined(1));
+}
+
+void tst_OutputWindow::theSlotOfTheKeysIsScrolledTo() {
+    window_->resize(970, 200);
+    grid(1).setFocus();
+    QTest::keyClick(&grid(1), Qt::Key_End);
+    QVERIFY(grid(1).visibleRegion().contains(grid(1).slotRect(511)));
+}
+
+void tst_OutputWindow::returnSelectsTheFader() {
+    QTest::keyClick(&grid(1), Qt::Key_Down);
+    QTest::keyClick(&grid(1), Qt::Key_Right);
+    QTest::keyClick(&grid(1), Qt::Key_Return);
+    QCOMPARE(spot_->selectedControl(), &controlNamed("Spot.Red"));
+    QTRY_COMPARE(QApplication::activeWindow(), spot_->window());
+}
+
+void tst_OutputWindow::tabGoesToTheNextUniverse() {
+    grid(0).setFocus();
+    QTest::keyClick(&grid(0), Qt::Key_Tab);
+    QVERIFY(grid(1).hasFocus());
 }
 
 void tst_OutputWindow::escapeClosesTheWindow() {
