@@ -80,14 +80,36 @@ QSet<QString> keysOf(const std::vector<PatchedFixture>& patch) {
 
 } // namespace
 
+RigCheck::RigCheck(KnownProfiles table) : table_(std::move(table)) {
+    for (const QVariant& profile : table_.value_or(QVariantMap())) {
+        tableEntries_ += 1 + listValue(profile).size();
+    }
+}
+
+bool RigCheck::hasRoomFor(ExpansionSize size) {
+    lookedAtAll_ = lookedAtAll_ && left_.entries >= size.entries && left_.characters >= size.characters;
+    return lookedAtAll_;
+}
+
 FaderKeys RigCheck::check(const QVariantMap& rig, const QString& place, Report& report) {
     checkFields(rig, rigFields, place.isEmpty() ? QString() : place.chopped(2), report);
     const Settings settings(rig);
-    const KnownProfiles known = knownProfiles(table_, settings.userProfiles());
-    checkProfiles(settings.userProfiles(), known, place, report);
-    const FaderKeys keys = checkFixtures(settings.views(), known, place, report);
+    const QVariantMap own = settings.userProfiles();
+    const KnownProfiles known =
+        hasRoomFor({.entries = tableEntries_}) ? knownProfiles(table_, own) : KnownProfiles();
+    checkOwnProfiles(own, known, place, report);
+    FaderKeys keys = checkFixtures(settings.views(), known, place, report);
     checkCues(rig, keys, place, report);
     return keys;
+}
+
+// Those of the table are gone through with them each time, in search of loops.
+void RigCheck::checkOwnProfiles(const QVariantMap& own, const KnownProfiles& known, const QString& place,
+                                Report& report) {
+    if (!own.isEmpty() && lookedAtAll_) {
+        left_.entries -= tableEntries_;
+        checkProfiles(own, known, place, report);
+    }
 }
 
 FaderKeys RigCheck::checkFixtures(const QVariantList& placements, const KnownProfiles& known,
@@ -96,9 +118,7 @@ FaderKeys RigCheck::checkFixtures(const QVariantList& placements, const KnownPro
         const QString name = stringValue(mapValue(placements[i]).value("name"));
         checkPlacement(placements[i], known, place + fixtureAt(static_cast<std::size_t>(i), name), report);
     }
-    lookedAtAll_ =
-        lookedAtAll_ && left_.entries >= largestRig.entries && left_.characters >= largestRig.characters;
-    if (!known || !lookedAtAll_) {
+    if (!known || !hasRoomFor(largestRig)) {
         return {};
     }
     Profiles profiles;

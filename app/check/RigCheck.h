@@ -20,21 +20,26 @@ using FaderKeys = std::optional<QSet<QString>>;
 class RigCheck {
 public:
     /// Without a table nothing is said of profiles, slots and keys: all of it would only follow from that.
-    explicit RigCheck(KnownProfiles table) : table_(std::move(table)) {}
+    explicit RigCheck(KnownProfiles table);
 
     /// Adds the rig's problems; `place` is put before each place. Returns the keys of its faders.
     FaderKeys check(const QVariantMap& rig, const QString& place, Report& report);
 
-    /// False once all rigs together were more than can be gone through; of those that came then, how the
-    /// fixtures stand together was not looked at.
+    /// False once all rigs together were more than can be gone through; those that came then were looked at
+    /// only in part.
     bool lookedAtAll() const { return lookedAtAll_; }
 
 private:
     FaderKeys checkFixtures(const QVariantList& placements, const KnownProfiles& known, const QString& place,
                             Report& report);
 
+    void checkOwnProfiles(const QVariantMap& own, const KnownProfiles& known, const QString& place,
+                          Report& report);
+    bool hasRoomFor(ExpansionSize size);
+
     KnownProfiles table_;
-    ExpansionSize left_{.entries = 8 * largestRig.entries, .characters = 8 * largestRig.characters};
+    qsizetype tableEntries_ = 0;
+    ExpansionSize left_{.entries = 16 * largestRig.entries, .characters = 16 * largestRig.characters};
     bool lookedAtAll_ = true;
 };
 

@@ -193,6 +193,14 @@ class HostileRigs(CheckTestCase):
         self.assertEqual((answer.returncode, answer.stderr),
                          (2, f"faderhall: {self.tables}: More rigs than can be gone through\n"))
 
+    def test_profiles_of_configurations_without_number_end_with_status_2(self):
+        own = {"views": [fixture("Spot", 1, "Own")], "profiles": {"Own": [{"name": "Dimmer"}]}}
+        self.write_tables({str(number): own for number in range(2000)},
+                          {str(number): [{"label": "x"}] * 100 for number in range(200)})
+        answer = self.run_program("--check")
+        self.assertEqual((answer.returncode, answer.stdout, answer.stderr),
+                         (2, "", f"faderhall: {self.tables}: More rigs than can be gone through\n"))
+
     def test_a_thousand_fixtures_on_one_slot_are_one_line(self):
         self.write_tables()
         self.write(self.settings, {"views": [fixture(f"Spot {number}", 1) for number in range(1000)]})
