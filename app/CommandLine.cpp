@@ -32,9 +32,8 @@ CommandLine readCommandLine(int argc, char** argv) {
     const QCommandLineOption version({"v", "version"}, "Tell the program's version, and end.");
     const QCommandLineOption resources("resources",
                                        "Take profiles.plist and configurations.plist from <DIR>.", "DIR");
-    const QCommandLineOption check("check", "Tell on a terminal what is wrong with the rig, and end.");
-    const QCommandLineOption list("list",
-                                  "List the fixtures and the cues of the rig on a terminal, and end.");
+    const QCommandLineOption check("check", "Tell what is wrong with the rig, and end.");
+    const QCommandLineOption list("list", "List the fixtures and cues of the rig, and end.");
     parser.addOptions({help, version, resources, check, list});
     if (!parser.parse(QCoreApplication::arguments())) {
         return refused(parser.errorText());
