@@ -39,7 +39,7 @@ private:
 
     KnownProfiles table_;
     qsizetype tableEntries_ = 0;
-    ExpansionSize left_{.entries = 16 * largestRig.entries, .characters = 16 * largestRig.characters};
+    ExpansionSize left_{.entries = 8 * largestRig.entries, .characters = 8 * largestRig.characters};
     bool lookedAtAll_ = true;
 };
 
