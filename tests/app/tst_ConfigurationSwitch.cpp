@@ -1,5 +1,6 @@
 #include "TestConsole.h"
 
+#include "artnet/DMX_Universe.h"
 #include "controls/DMXControl.h"
 #include "controls/EditView.h"
 #include "fixtures/ControlView.h"
@@ -73,6 +74,7 @@ private slots:
     void cancellingLeavesEverything();
     void theOffsetMovesEveryFixtureAndIsForgottenNextTime();
     void fixturesOfTheOneLeftAreGone();
+    void slotsOfTheOneLeftGoToZero();
     void theMarkOfTheOneLeftStays();
     void anEntryThatIsNoConfigurationDoesNothing();
     void theLevelsOfTheNewOneAreRestoredAndThoseOfTheOldOneLost();
@@ -185,6 +187,20 @@ void tst_ConfigurationSwitch::fixturesOfTheOneLeftAreGone() {
     QCOMPARE(DMXControl::controlsByName().size(), std::size_t{1});
     QVERIFY(DMXControl::controlsByName().contains("Lamp.Dimmer"));
     console.tick();
+}
+
+void tst_ConfigurationSwitch::slotsOfTheOneLeftGoToZero() {
+    TestConsole& console = start();
+    controlNamed("Spot.Dimmer").setValue(200);
+    controlNamed("Wash.Dimmer").setValue(100);
+    console.tick();
+    const auto spotSlots = DMX_Universe::getUniverse(0).dmx();
+    const auto washSlots = DMX_Universe::getUniverse(1).dmx();
+    QCOMPARE(spotSlots[0], std::uint8_t{200});
+    QCOMPARE(washSlots[9], std::uint8_t{100});
+    console.loadConfiguration("Foyer");
+    QCOMPARE(spotSlots[0], std::uint8_t{0});
+    QCOMPARE(washSlots[9], std::uint8_t{0});
 }
 
 void tst_ConfigurationSwitch::theMarkOfTheOneLeftStays() {

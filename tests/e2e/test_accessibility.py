@@ -7,6 +7,7 @@ from pathlib import Path
 
 from accessibility import Accessibility
 from case import ConsoleTestCase
+from console import ADDRESS_CELL, TABLE_ROW_HEIGHT
 from home import Home
 from waiting import wait_until
 
@@ -73,6 +74,15 @@ class AccessibilityTest(ConsoleTestCase):
                          ["Front", "0", "1", "Par 1", "0", "11"])
         self.assertEqual([column.name for column in self.accessibility.all("table column header")],
                          ["Fixture", "Universe", "Address"])
+
+    def test_a_mark_in_the_table_is_told_with_the_fixture_that_carries_it(self):
+        par_2_address = (ADDRESS_CELL[0], ADDRESS_CELL[1] + 2 * TABLE_ROW_HEIGHT)
+        self.display.activate("Faderhall")
+        self.display.double_click("Faderhall", *par_2_address)
+        self.display.type("14")
+        self.display.key("Return")
+        told = ["Par 1, warning: Overlaps Par 2 in slots 14 to 15", "Par 2, warning: Overlaps Par 1 in slots 14 to 15"]
+        wait_until(lambda: [cell.name for cell in self.accessibility.all("table cell")][3:9:3] == told, "the warnings")
 
     def test_a_level_is_announced_of_the_fader_with_the_keys(self):
         self.slider("Par 2 White").queryComponent().grabFocus()
