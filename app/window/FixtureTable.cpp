@@ -77,7 +77,7 @@ QVariant FixtureTable::headerData(int section, Qt::Orientation orientation, int 
 }
 
 QVariant FixtureTable::data(const QModelIndex& index, int role) const {
-    if (const QVariant marked = markedCell(index, role); marked.isValid()) {
+    if (QVariant marked = markedCell(index, role); marked.isValid()) {
         return marked;
     }
     if (role == Qt::ToolTipRole && index.column() == Name) {
