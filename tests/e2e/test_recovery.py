@@ -36,7 +36,7 @@ class RecoveryTestCase(ConsoleTestCase):
 
     def is_kept(self):
         kept = self.home.recovery
-        return (kept and kept["currCue"] == "2.5" and kept["settings"]["views"][0]["address"] == 11
+        return (kept and kept.get("currCue") == "2.5" and kept["settings"]["views"][0]["address"] == 11
                 and kept["levels"] == {"Front.Dimmer": 128, "Back.Dimmer": 7}
                 and isinstance(kept["settings"]["cues"]["2.5"], list))
 
