@@ -85,7 +85,7 @@ def _order(number):
 class Show:
     """Spots by name, each at a universe and an address, with their levels and cues.
 
-    Operations tell what a receiver sees of them. Slots that no fader stands on keep what was there last.
+    Operations tell what a receiver sees of them. Slots that no fader stands on are 0.
     """
 
     def __init__(self, spots):
@@ -169,7 +169,7 @@ class Show:
         return self._move({key: Level(self._default(key)) for key in self.levels})
 
     def restart(self):
-        """The program ends and starts again: levels and cues are back, times and old slots are not."""
+        """The program ends and starts again: levels and cues are back, times are not."""
         self.current = None
         self._universes = {}
         for level in self.levels.values():
@@ -199,6 +199,7 @@ class Show:
         return Change(before, dict(self._universes), moving)
 
     def _write(self):
+        self._universes = {universe: bytes(SLOT_COUNT) for universe in self._universes}
         for key, level in self.levels.items():
             place = self._place(key)
             slots = self._universes.get(place.universe, bytes(SLOT_COUNT))
