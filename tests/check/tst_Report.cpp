@@ -25,7 +25,7 @@ void tst_Report::aProblemIsOneLine() {
 
 void tst_Report::whatATerminalTakesForCommandsIsReplaced() {
     Report report("a\nb");
-    report.add("c\033[31m", QString("d\u2028e\u202ef"), "B\u00fchne");
+    report.add("c\033[31m", QString("d%1e%2f").arg(QChar(0x2028)).arg(QChar(0x202e)), "B\u00fchne");
     QCOMPARE(report.lines(), QStringList{QString("a\ufffdb: c\ufffd[31m: d\ufffde\ufffdf; B\u00fchne")});
 }
 
