@@ -1,0 +1,105 @@
+#include "library/OpenFixtureChannels.h"
+
+#include "library/FixtureDefinition.h"
+#include "library/OpenFixtureDefault.h"
+#include "library/PixelMatrix.h"
+
+#include <QJsonArray>
+
+namespace {
+
+constexpr qsizetype largestByteCount = 4;
+constexpr auto pixelKeyMark = "$pixelKey";
+
+QString forPixel(const QString& text, const QString& pixelKey) {
+    return pixelKey.isNull() ? text : QString(text).replace(pixelKeyMark, pixelKey);
+}
+
+QJsonArray capabilitiesOf(const QJsonObject& channel) {
+    const QJsonValue only = channel.value("capability");
+    return only.isObject() ? QJsonArray{only} : channel.value("capabilities").toArray();
+}
+
+bool doesNothing(const QJsonObject& channel) {
+    const QJsonArray capabilities = capabilitiesOf(channel);
+    return capabilities.size() == 1 && capabilities.first().toObject().value("type") == "NoFunction";
+}
+
+} // namespace
+
+OpenFixtureChannels::OpenFixtureChannels(const QJsonObject& fixture, const PixelMatrix& matrix) {
+    const QJsonObject available = fixture.value("availableChannels").toObject();
+    for (auto channel = available.begin(); channel != available.end(); ++channel) {
+        add(channel.key(), channel.value().toObject(), {});
+    }
+    const QJsonObject templates = fixture.value("templateChannels").toObject();
+    const QStringList pixelKeys = templates.isEmpty() ? QStringList() : matrix.allKeys();
+    for (auto channel = templates.begin(); channel != templates.end(); ++channel) {
+        for (const QString& pixelKey : pixelKeys) {
+            add(channel.key(), channel.value().toObject(), pixelKey);
+            if (!refusal_.isNull()) {
+                return;
+            }
+        }
+    }
+}
+
+const OpenChannel* OpenFixtureChannels::channel(const QString& key) const {
+    const auto found = channels_.find(key);
+    return found == channels_.end() ? nullptr : &*found;
+}
+
+const OpenSwitch* OpenFixtureChannels::switching(const QString& key) const {
+    const auto found = switches_.find(key);
+    return found == switches_.end() ? nullptr : &*found;
+}
+
+void OpenFixtureChannels::add(const QString& key, const QJsonObject& channel, const QString& pixelKey) {
+    QStringList keys{key};
+    for (const QJsonValue alias : channel.value("fineChannelAliases").toArray()) {
+        keys.append(alias.toString());
+    }
+    const auto defaults = defaultBytes(channel, static_cast<std::size_t>(keys.size()));
+    if (!defaults || keys.size() > largestByteCount) {
+        refuse(key, defaults ? "it has more than 32 bits" : "its default is no level that it has");
+        return;
+    }
+    for (qsizetype i = 0; i < keys.size(); ++i) {
+        const QString name = i == 0 ? channel.value("name").toString(key) : keys.at(i);
+        if (keys.at(i).size() > FixtureBounds::nameLength || name.size() > FixtureBounds::nameLength) {
+            refuse(key.left(FixtureBounds::nameLength), "its name is too long");
+            return;
+        }
+        channels_.insert(forPixel(keys.at(i), pixelKey),
+                         {.name = forPixel(name, pixelKey),
+                          .fineOf = i == 0 ? QString() : forPixel(keys.at(i - 1), pixelKey),
+                          .pixelKey = pixelKey,
+                          .defaultValue = defaults->at(static_cast<std::size_t>(i)),
+                          .unused = doesNothing(channel)});
+    }
+    addSwitches(forPixel(key, pixelKey), channel, pixelKey);
+    if (channels_.size() > static_cast<qsizetype>(FixtureBounds::slotsOfAllModes)) {
+        refuse(key, QString("there are more than %1 channels").arg(FixtureBounds::slotsOfAllModes));
+    }
+}
+
+void OpenFixtureChannels::addSwitches(const QString& trigger, const QJsonObject& channel,
+                                      const QString& pixelKey) {
+    for (const QJsonValue capability : capabilitiesOf(channel)) {
+        const QJsonObject switches = capability.toObject().value("switchChannels").toObject();
+        for (auto entry = switches.begin(); entry != switches.end(); ++entry) {
+            OpenSwitch& found = switches_[forPixel(entry.key(), pixelKey)];
+            found.trigger = trigger;
+            const QString meant = forPixel(entry.value().toString(), pixelKey);
+            if (!found.channels.contains(meant)) {
+                found.channels.append(meant);
+            }
+        }
+    }
+}
+
+void OpenFixtureChannels::refuse(const QString& channel, const QString& reason) {
+    if (refusal_.isNull()) {
+        refusal_ = QString("channel '%1': %2").arg(channel, reason);
+    }
+}
