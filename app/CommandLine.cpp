@@ -12,12 +12,56 @@ constexpr auto description = "Faderhall is a lighting console: faders on the scr
 
 CommandLine refused(const QString& reason) {
     std::fprintf(stderr, "faderhall: %s\nTry 'faderhall --help'.\n", qUtf8Printable(reason));
-    return {.task = {}, .resources = {}, .exitStatus = EXIT_FAILURE};
+    return {.task = {}, .resources = {}, .toImport = {}, .exitStatus = EXIT_FAILURE};
 }
 
 CommandLine answered(const QString& answer) {
     std::printf("%s\n", qUtf8Printable(answer.trimmed()));
-    return {.task = {}, .resources = {}, .exitStatus = EXIT_SUCCESS};
+    return {.task = {}, .resources = {}, .toImport = {}, .exitStatus = EXIT_SUCCESS};
+}
+
+// What the program can be told, in the order in which its help tells it.
+struct Options {
+    QCommandLineOption help{{"h", "help"}, "Tell what the program takes, and end."};
+    QCommandLineOption version{{"v", "version"}, "Tell the program's version, and end."};
+    QCommandLineOption resources{"resources", "Take profiles.plist and configurations.plist from <DIR>.",
+                                 "DIR"};
+    QCommandLineOption check{"check", "Tell what is wrong with the rig, and end."};
+    QCommandLineOption list{"list", "List the fixtures and cues of the rig, and end."};
+    QCommandLineOption fixtures{"import", "Print these fixture definitions as profiles, and end.", "FILE..."};
+    QCommandLineOption mode{"mode", "With --import: take only the modes of this name.", "NAME"};
+    QCommandLineOption into{"into", "With --import: add the profiles to this settings file.", "FILE"};
+
+    QList<QCommandLineOption> all() const {
+        return {help, version, resources, check, list, fixtures, mode, into};
+    }
+};
+
+// Why what was given makes no sense together; null when it does.
+QString contradictionIn(const QCommandLineParser& parser, const Options& options) {
+    const bool imports = parser.isSet(options.fixtures);
+    if (int{parser.isSet(options.check)} + int{parser.isSet(options.list)} + int{imports} > 1) {
+        return "Only one of --check, --list and --import can be done at a time.";
+    }
+    for (const QCommandLineOption& option : {options.mode, options.into}) {
+        if (parser.isSet(option) && !imports) {
+            return QString("'--%1' needs '--import'.").arg(option.names().first());
+        }
+    }
+    if (!parser.positionalArguments().isEmpty() && !imports) {
+        return QString("Unexpected argument '%1'.").arg(parser.positionalArguments().first());
+    }
+    return {};
+}
+
+CommandLine::Task taskOf(const QCommandLineParser& parser, const Options& options) {
+    if (parser.isSet(options.fixtures)) {
+        return CommandLine::Import;
+    }
+    if (parser.isSet(options.check)) {
+        return CommandLine::Check;
+    }
+    return parser.isSet(options.list) ? CommandLine::List : CommandLine::Console;
 }
 
 } // namespace
@@ -26,32 +70,26 @@ CommandLine readCommandLine(int argc, char** argv) {
     const QCoreApplication application(argc, argv); // the parser's texts ask it for the program's name
     QCoreApplication::setApplicationName("faderhall");
     QCoreApplication::setApplicationVersion(FADERHALL_VERSION);
+    const Options options;
     QCommandLineParser parser;
     parser.setApplicationDescription(description);
-    const QCommandLineOption help({"h", "help"}, "Tell what the program takes, and end.");
-    const QCommandLineOption version({"v", "version"}, "Tell the program's version, and end.");
-    const QCommandLineOption resources("resources",
-                                       "Take profiles.plist and configurations.plist from <DIR>.", "DIR");
-    const QCommandLineOption check("check", "Tell what is wrong with the rig, and end.");
-    const QCommandLineOption list("list", "List the fixtures and cues of the rig, and end.");
-    parser.addOptions({help, version, resources, check, list});
+    parser.addOptions(options.all());
     if (!parser.parse(QCoreApplication::arguments())) {
         return refused(parser.errorText());
     }
-    if (parser.isSet(help)) {
+    if (parser.isSet(options.help)) {
         return answered(parser.helpText());
     }
-    if (parser.isSet(version)) {
+    if (parser.isSet(options.version)) {
         return answered(QString("faderhall %1").arg(QCoreApplication::applicationVersion()));
     }
-    if (!parser.positionalArguments().isEmpty()) {
-        return refused(QString("Unexpected argument '%1'.").arg(parser.positionalArguments().first()));
+    if (const QString reason = contradictionIn(parser, options); !reason.isNull()) {
+        return refused(reason);
     }
-    if (parser.isSet(check) && parser.isSet(list)) {
-        return refused("Only one of --check and --list can be done at a time.");
-    }
-    const CommandLine::Task looking = parser.isSet(list) ? CommandLine::List : CommandLine::Console;
-    return {.task = parser.isSet(check) ? CommandLine::Check : looking,
-            .resources = parser.value(resources),
+    return {.task = taskOf(parser, options),
+            .resources = parser.value(options.resources),
+            .toImport = {.files = parser.values(options.fixtures) + parser.positionalArguments(),
+                         .mode = parser.value(options.mode),
+                         .into = parser.value(options.into)},
             .exitStatus = {}};
 }

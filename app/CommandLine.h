@@ -1,15 +1,18 @@
 #pragma once
 
+#include "ImportCommand.h"
+
 #include <QString>
 
 #include <optional>
 
 /// What the program was started with.
 struct CommandLine {
-    /// What there is to do: open the console, or look at the rig on a terminal.
-    enum Task { Console, Check, List };
+    /// What there is to do: open the console, or something that needs only a terminal.
+    enum Task { Console, Check, List, Import };
     Task task = Console;
     QString resources;             ///< the folder of the tables; null when none is given
+    ImportRequest toImport;        ///< what the task Import is about
     std::optional<int> exitStatus; ///< stands when all is said and the program has to end
 };
 

@@ -38,6 +38,9 @@ int main(int argc, char** argv) {
         return *commandLine.exitStatus;
     }
     ensureHome();
+    if (commandLine.task == CommandLine::Import) {
+        return importFixtures(commandLine.toImport);
+    }
     if (commandLine.task != CommandLine::Console) {
         return checkCommand(commandLine, argc, argv);
     }

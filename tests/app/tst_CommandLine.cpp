@@ -44,6 +44,8 @@ private slots:
     void withoutArgumentsTheProgramStarts();
     void theFolderOfTheTablesIsTakenAsItStands_data();
     void theFolderOfTheTablesIsTakenAsItStands();
+    void fixturesToImportAreAllFilesThatAreNamed_data();
+    void fixturesToImportAreAllFilesThatAreNamed();
     void helpIsToldAndEndsTheProgram_data();
     void helpIsToldAndEndsTheProgram();
     void theVersionIsToldAndEndsTheProgram_data();
@@ -84,6 +86,40 @@ void tst_CommandLine::theFolderOfTheTablesIsTakenAsItStands() {
     const Answer answer = answerTo(arguments);
     QVERIFY(!answer.commandLine.exitStatus);
     QCOMPARE(answer.commandLine.resources, folder);
+    QCOMPARE(answer.output + answer.error, QByteArray());
+}
+
+void tst_CommandLine::fixturesToImportAreAllFilesThatAreNamed_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QString>("into");
+
+    QTest::newRow("one") << QStringList{"--import", "a.qxf"} << QStringList{"a.qxf"} << QString()
+                         << QString();
+    QTest::newRow("several") << QStringList{"--import", "a.qxf", "b.json", "c.qxf"}
+                             << QStringList{"a.qxf", "b.json", "c.qxf"} << QString() << QString();
+    QTest::newRow("the option again") << QStringList{"--import", "a.qxf", "--import", "b.qxf"}
+                                      << QStringList{"a.qxf", "b.qxf"} << QString() << QString();
+    QTest::newRow("a mode and a settings file")
+        << QStringList{"--into", "show.plist", "--import", "a.qxf", "--mode", "8 bit", "b.qxf"}
+        << QStringList{"a.qxf", "b.qxf"} << "8 bit"
+        << "show.plist";
+}
+
+void tst_CommandLine::fixturesToImportAreAllFilesThatAreNamed() {
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QStringList, files);
+    QFETCH(const QString, mode);
+    QFETCH(const QString, into);
+
+    const Answer answer = answerTo(arguments);
+    QVERIFY(!answer.commandLine.exitStatus);
+    QCOMPARE(answer.commandLine.task, CommandLine::Import);
+    QCOMPARE(answer.commandLine.toImport.files, files);
+    QCOMPARE(answer.commandLine.toImport.mode, mode);
+    QCOMPARE(answer.commandLine.toImport.mode.isNull(), mode.isNull());
+    QCOMPARE(answer.commandLine.toImport.into, into);
     QCOMPARE(answer.output + answer.error, QByteArray());
 }
 
@@ -159,6 +195,13 @@ void tst_CommandLine::whatIsNotUnderstoodIsNamedAndEndsTheProgram_data() {
     QTest::newRow("no folder") << QStringList{"--resources"} << QByteArray("resources");
     QTest::newRow("a file") << QStringList{"show.plist"} << QByteArray("show.plist");
     QTest::newRow("a check and a list") << QStringList{"--check", "--list"} << QByteArray("--list");
+    QTest::newRow("an import and a check")
+        << QStringList{"--import", "a.qxf", "--check"} << QByteArray("--check");
+    QTest::newRow("nothing to import") << QStringList{"--import"} << QByteArray("import");
+    QTest::newRow("a mode of nothing")
+        << QStringList{"--mode", "8 bit"} << QByteArray("'--mode' needs '--import'");
+    QTest::newRow("a settings file for nothing")
+        << QStringList{"--into", "show.plist"} << QByteArray("'--into' needs '--import'");
     QTest::newRow("help behind what is not understood")
         << QStringList{"--nonsense", "--help"} << QByteArray("nonsense");
 }

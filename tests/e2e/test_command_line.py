@@ -29,7 +29,7 @@ class ArgumentTest(unittest.TestCase):
             answer = self.run_program(option)
             self.assertEqual((answer.returncode, answer.stderr), (0, ""))
             self.assertRegex(answer.stdout, r"^Usage: .*faderhall \[options\]\n")
-            for name in ["--help", "--version", "--resources <DIR>"]:
+            for name in ["--help", "--version", "--resources <DIR>", "--import <FILE...>", "--mode <NAME>", "--into <FILE>"]:
                 self.assertIn(name, answer.stdout)
 
     def test_version_is_one_line(self):

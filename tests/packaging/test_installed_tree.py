@@ -74,7 +74,9 @@ class InstalledTreeTest(unittest.TestCase):
 
     def test_the_man_page_tells_what_help_tells(self):
         options = OPTION.findall(self.help)
-        self.assertEqual([option for option, _ in options], ["-h, --help", "-v, --version", "--resources <DIR>", "--check", "--list"])
+        self.assertEqual([option for option, _ in options], ["-h, --help", "-v, --version", "--resources <DIR>", "--check",
+                                                             "--list", "--import <FILE...>", "--mode <NAME>",
+                                                             "--into <FILE>"])
         description = self.help.splitlines()[1]
         page = self.man_page()
         self.assertIn(description, page["DESCRIPTION"])
