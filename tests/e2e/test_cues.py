@@ -438,7 +438,8 @@ class TextFieldTest(CueTestCase):
         self.display.double_click(MAIN, *ADDRESS_CELL)
         self.display.key("ctrl+a", "ctrl+x", "2", "ctrl+v", "Return")
         self.running.wait_for_windows([FRONT.replace("Addr: 1", "Addr: 21"), BACK, MAIN])
-        self.assertEqual(self.levels_of(1, 1), [0, 101])
+        self.receiver.wait_for_levels(1, {21: 101, 27: 32})
+        self.assertEqual(self.levels_of(1, 1), [0, 101, 0])
 
     def test_has_the_keys_only_once_it_is_gone_to(self):
         self.display.activate(MAIN)

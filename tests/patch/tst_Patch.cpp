@@ -139,7 +139,7 @@ void tst_Patch::whatUnfoldsWithoutEndIsCutAndSaysSo() {
     PatchedFixture fixture;
     QCOMPARE(standardOutputOf([&] { fixture = patchedFixture(placed, table(bomb())); }), QByteArray());
     QVERIFY(!fixture.complete);
-    QVERIFY(fixture.controls.size() <= 16 * 512);
+    QVERIFY(fixture.controls.size() <= 8192);
 }
 
 void tst_Patch::aRigIsCutAsAWhole() {
