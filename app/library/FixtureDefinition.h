@@ -41,6 +41,7 @@ inline constexpr std::size_t slotsOfMode = 4096; ///< there are some with more t
 inline constexpr std::size_t slotsOfAllModes = 65536;
 inline constexpr std::size_t modes = 256;
 inline constexpr std::size_t aliases = 256;
+inline constexpr std::size_t switches = 4096; ///< of channels by others, over all pixels
 inline constexpr qsizetype nameLength = 200;
 } // namespace FixtureBounds
 

@@ -29,18 +29,13 @@ bool doesNothing(const QJsonObject& channel) {
 
 OpenFixtureChannels::OpenFixtureChannels(const QJsonObject& fixture, const PixelMatrix& matrix) {
     const QJsonObject available = fixture.value("availableChannels").toObject();
-    for (auto channel = available.begin(); channel != available.end(); ++channel) {
-        add(channel.key(), channel.value().toObject(), {});
+    for (auto channel = available.begin(); channel != available.end() && refusal_.isNull(); ++channel) {
+        add(channel.key(), channel.value().toObject(), {QString()});
     }
     const QJsonObject templates = fixture.value("templateChannels").toObject();
     const QStringList pixelKeys = templates.isEmpty() ? QStringList() : matrix.allKeys();
-    for (auto channel = templates.begin(); channel != templates.end(); ++channel) {
-        for (const QString& pixelKey : pixelKeys) {
-            add(channel.key(), channel.value().toObject(), pixelKey);
-            if (!refusal_.isNull()) {
-                return;
-            }
-        }
+    for (auto channel = templates.begin(); channel != templates.end() && refusal_.isNull(); ++channel) {
+        add(channel.key(), channel.value().toObject(), pixelKeys);
     }
 }
 
@@ -54,7 +49,7 @@ const OpenSwitch* OpenFixtureChannels::switching(const QString& key) const {
     return found == switches_.end() ? nullptr : &*found;
 }
 
-void OpenFixtureChannels::add(const QString& key, const QJsonObject& channel, const QString& pixelKey) {
+void OpenFixtureChannels::add(const QString& key, const QJsonObject& channel, const QStringList& pixelKeys) {
     QStringList keys{key};
     for (const QJsonValue alias : channel.value("fineChannelAliases").toArray()) {
         keys.append(alias.toString());
@@ -64,35 +59,46 @@ void OpenFixtureChannels::add(const QString& key, const QJsonObject& channel, co
         refuse(key, defaults ? "it has more than 32 bits" : "its default is no level that it has");
         return;
     }
+    const bool unused = doesNothing(channel);
     for (qsizetype i = 0; i < keys.size(); ++i) {
         const QString name = i == 0 ? channel.value("name").toString(key) : keys.at(i);
         if (keys.at(i).size() > FixtureBounds::nameLength || name.size() > FixtureBounds::nameLength) {
             refuse(key.left(FixtureBounds::nameLength), "its name is too long");
             return;
         }
-        channels_.insert(forPixel(keys.at(i), pixelKey),
-                         {.name = forPixel(name, pixelKey),
-                          .fineOf = i == 0 ? QString() : forPixel(keys.at(i - 1), pixelKey),
-                          .pixelKey = pixelKey,
-                          .defaultValue = defaults->at(static_cast<std::size_t>(i)),
-                          .unused = doesNothing(channel)});
+        if (channels_.size() + pixelKeys.size() > static_cast<qsizetype>(FixtureBounds::slotsOfAllModes)) {
+            refuse(key, QString("there are more than %1 channels").arg(FixtureBounds::slotsOfAllModes));
+            return;
+        }
+        for (const QString& pixelKey : pixelKeys) {
+            channels_.insert(forPixel(keys.at(i), pixelKey),
+                             {.name = forPixel(name, pixelKey),
+                              .fineOf = i == 0 ? QString() : forPixel(keys.at(i - 1), pixelKey),
+                              .pixelKey = pixelKey,
+                              .defaultValue = defaults->at(static_cast<std::size_t>(i)),
+                              .unused = unused});
+        }
     }
-    addSwitches(forPixel(key, pixelKey), channel, pixelKey);
-    if (channels_.size() > static_cast<qsizetype>(FixtureBounds::slotsOfAllModes)) {
-        refuse(key, QString("there are more than %1 channels").arg(FixtureBounds::slotsOfAllModes));
-    }
+    addSwitches(key, channel, pixelKeys);
 }
 
-void OpenFixtureChannels::addSwitches(const QString& trigger, const QJsonObject& channel,
-                                      const QString& pixelKey) {
+void OpenFixtureChannels::addSwitches(const QString& key, const QJsonObject& channel,
+                                      const QStringList& pixelKeys) {
     for (const QJsonValue capability : capabilitiesOf(channel)) {
         const QJsonObject switches = capability.toObject().value("switchChannels").toObject();
         for (auto entry = switches.begin(); entry != switches.end(); ++entry) {
-            OpenSwitch& found = switches_[forPixel(entry.key(), pixelKey)];
-            found.trigger = trigger;
-            const QString meant = forPixel(entry.value().toString(), pixelKey);
-            if (!found.channels.contains(meant)) {
-                found.channels.append(meant);
+            switchCount_ += static_cast<std::size_t>(pixelKeys.size());
+            if (switchCount_ > FixtureBounds::switches) {
+                refuse(key, QString("there are more than %1 switches").arg(FixtureBounds::switches));
+                return;
+            }
+            for (const QString& pixelKey : pixelKeys) {
+                OpenSwitch& found = switches_[forPixel(entry.key(), pixelKey)];
+                found.trigger = forPixel(key, pixelKey);
+                const QString meant = forPixel(entry.value().toString(), pixelKey);
+                if (!found.channels.contains(meant)) {
+                    found.channels.append(meant);
+                }
             }
         }
     }

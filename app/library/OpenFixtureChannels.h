@@ -4,6 +4,7 @@
 #include <QJsonObject>
 #include <QStringList>
 
+#include <cstddef>
 #include <cstdint>
 
 class PixelMatrix;
@@ -37,11 +38,12 @@ public:
     const OpenSwitch* switching(const QString& key) const;
 
 private:
-    void add(const QString& key, const QJsonObject& channel, const QString& pixelKey);
-    void addSwitches(const QString& trigger, const QJsonObject& channel, const QString& pixelKey);
+    void add(const QString& key, const QJsonObject& channel, const QStringList& pixelKeys);
+    void addSwitches(const QString& key, const QJsonObject& channel, const QStringList& pixelKeys);
     void refuse(const QString& channel, const QString& reason);
 
     QHash<QString, OpenChannel> channels_;
     QHash<QString, OpenSwitch> switches_;
+    std::size_t switchCount_ = 0; ///< of channels that stand in them
     QString refusal_;
 };

@@ -9,12 +9,14 @@
 
 namespace {
 
+// What has to be equal for two heads to be the same.
+using Shape = std::vector<std::tuple<QString, int, int, bool>>;
+
 // A head that might be repeated.
 struct Candidate {
     RepeatedHead head;
     QString number; // that all its names bear; empty for none
-    std::vector<std::tuple<QString, int, int, bool>>
-        shape; // what has to be equal for two heads to be the same
+    Shape shape;
 };
 
 // The numbers that the names of all faders bear.
@@ -88,8 +90,7 @@ std::vector<Candidate> candidatesAmong(const std::vector<RepeatedHead>& heads,
 
 // Leaves those that there are several of.
 void keepRepeated(std::vector<Candidate>& candidates) {
-    std::map<decltype(Candidate::shape), std::pair<std::size_t, std::size_t>>
-        kinds; // count and number of each
+    std::map<Shape, std::pair<std::size_t, std::size_t>> kinds; // count and number of each
     for (const Candidate& candidate : candidates) {
         ++kinds.try_emplace(candidate.shape, 0, kinds.size()).first->second.first;
     }

@@ -1,6 +1,7 @@
 #include "library/ExpandedMode.h"
 #include "library/FixtureImport.h"
 
+#include <QTemporaryFile>
 #include <QTest>
 
 namespace {
@@ -25,6 +26,8 @@ private slots:
     void aBadFileIsRefusedWholeWithItsNameAndTheReason_data();
     void aBadFileIsRefusedWholeWithItsNameAndTheReason();
     void aFileThatIsNotThereIsRefused();
+    void aFileThatUnfoldsBeyondAllBoundsIsRefused_data();
+    void aFileThatUnfoldsBeyondAllBoundsIsRefused();
     void theMakerOfAFolderStandsInTheListOfMakers();
 };
 
@@ -223,6 +226,53 @@ void tst_FixtureImport::aFileThatIsNotThereIsRefused() {
              QString("/dev/null/lamp.qxf: it cannot be read, or is larger than 4 MiB"));
     QCOMPARE(importFixture("/dev/zero").refusal,
              QString("/dev/zero: it cannot be read, or is larger than 4 MiB"));
+}
+
+void tst_FixtureImport::aFileThatUnfoldsBeyondAllBoundsIsRefused_data() {
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("reason");
+
+    // %1 are the template channels, %2 the modes.
+    const QString fixture = R"({"name": "L", "matrix": {"pixelCount": [4096, 1, 1]},
+                                "templateChannels": {%1}, "modes": [%2]})";
+    const auto times = [](int count, const QString& text) {
+        QStringList texts;
+        for (int i = 0; i < count; ++i) {
+            texts.append(QString(text).replace('@', QString::number(i)));
+        }
+        return texts.join(',');
+    };
+    const QString block =
+        R"({"insert": "matrixChannels", "repeatFor": "eachPixelABC", "channelOrder": "perPixel",
+                              "templateChannels": ["a0 $pixelKey"]})";
+    const QString mode = R"({"name": "M@", "channels": [)" + block + "]}";
+    const QString twice = R"({"name": "M", "channels": [)" + block + "," + block + "]}";
+    const QString switching = R"({"switchChannels": {"s@ $pixelKey": "a0 $pixelKey"}})";
+    const QString channel = R"("a@ $pixelKey": {})";
+    const QString switcher = R"("a0 $pixelKey": {"capabilities": [%1]})";
+
+    QTest::newRow("channels") << fixture.arg(times(17, channel), times(1, mode)).toUtf8()
+                              << "channel 'a9 $pixelKey': there are more than 65536 channels";
+    QTest::newRow("slots of a mode") << fixture.arg(times(1, channel), twice).toUtf8()
+                                     << "mode 'M': it has more than 4096 slots";
+    QTest::newRow("slots of all modes")
+        << fixture.arg(times(1, channel), times(17, mode)).toUtf8() << "its modes have more than 65536 slots";
+    QTest::newRow("modes") << R"({"name": "L", "availableChannels": {"a": {}}, "modes": [)" +
+                                  times(257, R"({"name": "M@", "channels": ["a"]})").toUtf8() + "]}"
+                           << "it has more than 256 modes";
+    QTest::newRow("switches") << fixture.arg(switcher.arg(times(20'000, switching)), times(1, mode)).toUtf8()
+                              << "channel 'a0 $pixelKey': there are more than 4096 switches";
+    QTest::newRow("nesting") << R"({"name": "L", "modes": )" + QByteArray(100'000, '[')
+                             << "at byte 1047: too deeply nested document";
+}
+
+void tst_FixtureImport::aFileThatUnfoldsBeyondAllBoundsIsRefused() {
+    QFETCH(const QByteArray, json);
+    QFETCH(const QString, reason);
+
+    QTemporaryFile file;
+    QVERIFY(file.open() && file.write(json) == json.size() && file.flush());
+    QCOMPARE(importFixture(file.fileName()).refusal, file.fileName() + ": " + reason);
 }
 
 void tst_FixtureImport::theMakerOfAFolderStandsInTheListOfMakers() {
