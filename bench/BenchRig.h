@@ -23,6 +23,7 @@ private:
     public:
         std::optional<QPoint> place(const QString&) const override { return {}; }
         void setPlace(const QString&, QPoint) override {}
+        void forgetPlace(const QString&) override {}
     };
 
     Profiles profiles_;

@@ -45,12 +45,27 @@ std::shared_ptr<DMXControl> DMXControl::controlWithDictionary(const QVariantMap&
     if (control->dummy()) {
         return control;
     }
-    const QString key = parent.key() + "." + control->name();
-    if (gDmxControlList.contains(key)) {
-        std::printf("DMXControl '%s' already exists!\n", qUtf8Printable(key));
+    control->key_ = parent.key() + "." + control->name();
+    if (gDmxControlList.contains(control->key_)) {
+        std::printf("DMXControl '%s' already exists!\n", qUtf8Printable(control->key_));
     }
-    gDmxControlList[key] = control;
+    registerControl(control);
     return control;
+}
+
+void DMXControl::registerControl(const std::shared_ptr<DMXControl>& control) {
+    if (!control->key_.isNull()) {
+        gDmxControlList[control->key_] = control;
+    }
+}
+
+bool DMXControl::unregisterControl(const DMXControl& control) {
+    const auto found = gDmxControlList.find(control.key_);
+    if (found == gDmxControlList.end() || found->second.get() != &control) {
+        return false;
+    }
+    gDmxControlList.erase(found);
+    return true;
 }
 
 const DMXControl::Registry& DMXControl::controlsByName() {

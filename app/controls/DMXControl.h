@@ -31,6 +31,11 @@ public:
     /// Sends the control under `key` to a level over a time in seconds, both numbers or strings of digits;
     /// an unknown key is passed over.
     static void setControl(const QString& key, const QVariant& toValue, const QVariant& time);
+    /// Registers the control under its key once more: of several it is now the one that is found. A dummy
+    /// has none.
+    static void registerControl(const std::shared_ptr<DMXControl>& control);
+    /// Takes the control out of the registry; false when another one, or none, stands under its key.
+    static bool unregisterControl(const DMXControl& control);
     /// Empties the registry; the controls live on with their views.
     static void reset();
 
@@ -41,6 +46,8 @@ public:
     void removeFromSuperview();
 
     QString name() const { return _name; }
+    /// The key under which it was registered; null for a dummy.
+    const QString& key() const { return key_; }
     void setName(const QString& name) { _name = name; }
     bool hide() const { return _hide; }
     void setHide(bool hide) { _hide = hide; }
@@ -68,6 +75,7 @@ private:
     void resignFirstResponder();
 
     QString _name;
+    QString key_;
     bool firstResponder = false;
     bool _hide = false;
     bool _header = false;

@@ -14,3 +14,7 @@ std::optional<QPoint> SavedPlaces::place(const QString& autosavename) const {
 void SavedPlaces::setPlace(const QString& autosavename, QPoint place) {
     defaults_.setObject(QVariantList{qlonglong{place.x()}, qlonglong{place.y()}}, autosavename);
 }
+
+void SavedPlaces::forgetPlace(const QString& autosavename) {
+    defaults_.setObject({}, autosavename);
+}

@@ -11,6 +11,7 @@ public:
 
     std::optional<QPoint> place(const QString& autosavename) const override;
     void setPlace(const QString& autosavename, QPoint place) override;
+    void forgetPlace(const QString& autosavename) override;
 
 private:
     UserDefaults& defaults_;

@@ -2,6 +2,8 @@
 
 #include "plist/Reading.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr QLatin1StringView viewsKey("views");
@@ -34,8 +36,40 @@ bool Settings::setPlacement(qsizetype index, const QString& key, int value) {
     return true;
 }
 
+void Settings::insertPlacements(qsizetype index, const QVariantList& placements) {
+    const QVariantList present = views();
+    const qsizetype at = std::min(index, present.size());
+    setViews(present.first(at) + placements + present.sliced(at));
+}
+
+void Settings::removePlacements(qsizetype index, qsizetype count) {
+    QVariantList placements = views();
+    placements.remove(index, count);
+    setViews(placements);
+}
+
+void Settings::setViews(const QVariantList& placements) {
+    if (!dictionary_) {
+        dictionary_.emplace();
+    }
+    dictionary_->insert(viewsKey, placements);
+}
+
 QVariantMap Settings::userProfiles() const {
     return dictionary_ ? mapValue(dictionary_->value(profilesKey)) : QVariantMap();
+}
+
+void Settings::setUserProfile(const QString& name, const QVariant& profile) {
+    QVariantMap profiles = userProfiles();
+    if (profile.isValid()) {
+        profiles.insert(name, profile);
+    } else {
+        profiles.remove(name);
+    }
+    if (!dictionary_) {
+        dictionary_.emplace();
+    }
+    dictionary_->insert(profilesKey, profiles);
 }
 
 QVariantMap Settings::cues() const {

@@ -20,7 +20,14 @@ public:
     /// Sets "universe" or "address" of the placement at `index`; false when there is none.
     bool setPlacement(qsizetype index, const QString& key, int value);
 
+    /// Inserts placements before the one at `index`. Without a rig one begins here.
+    void insertPlacements(qsizetype index, const QVariantList& placements);
+    /// Takes out so many placements from `index` on; they have to be there.
+    void removePlacements(qsizetype index, qsizetype count);
+
     QVariantMap userProfiles() const;
+    /// Puts a profile under its name; an invalid one takes it away. Without a rig one begins here.
+    void setUserProfile(const QString& name, const QVariant& profile);
 
     /// Cue number to cue entry; empty when there is no cue table.
     QVariantMap cues() const;
@@ -31,5 +38,7 @@ public:
     void removeCue(const QString& number);
 
 private:
+    void setViews(const QVariantList& placements);
+
     std::optional<QVariantMap> dictionary_;
 };

@@ -12,6 +12,7 @@ public:
         return found == places_.end() ? std::nullopt : std::optional(*found);
     }
     void setPlace(const QString& autosavename, QPoint place) override { places_.insert(autosavename, place); }
+    void forgetPlace(const QString& autosavename) override { places_.remove(autosavename); }
 
 private:
     QMap<QString, QPoint> places_;
