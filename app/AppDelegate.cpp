@@ -37,7 +37,8 @@ RecoveryFile presentRecoveryFile() {
 AppDelegate::AppDelegate(const QString& resources)
     : defaults_(UserDefaults::defaultPath()), recoveryFile_(presentRecoveryFile()),
       rig_(resourceFolder(resources), defaults_), places_(defaults_), savedState_(defaults_),
-      destination_(defaults_), fixtureTable_(rig_.settings()), _window(places_), windows_(_window),
+      destination_(defaults_), patching_(rig_.settings(), rig_.profiles(), places_), fixtureTable_(patching_),
+      _window(places_), windows_(_window),
       cueCommands_(rig_.settings(), _window.cueMenu()),
       showKeeper_(recoveryFile_, [this] { return presentShow(); }) {
     AccessibleFader::install();
@@ -152,6 +153,7 @@ void AppDelegate::reloadSettings() {
     cueCommands_.compactCues();
     _window.checkConfiguration(rig_.configName());
     fixtureTable_.detach();
+    patching_.forget();
     ControlView::reset();
     DMXControl::reset();
     createControlViews();

@@ -4,6 +4,7 @@
 #include "Rig.h"
 #include "Ticker.h"
 #include "cues/CueCommands.h"
+#include "rigging/Patching.h"
 #include "settings/Destination.h"
 #include "settings/RecoveryFile.h"
 #include "settings/SavedPlaces.h"
@@ -58,6 +59,7 @@ private:
     SavedState savedState_;
     Destination destination_;
     int skt = -1;
+    Patching patching_;
     FixtureTable fixtureTable_;
     MainWindow _window;
     ConsoleWindows windows_;

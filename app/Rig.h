@@ -36,7 +36,7 @@ public:
 
     Settings& settings() { return settings_; }
     const Settings& settings() const { return settings_; }
-    const Profiles& profiles() const { return profiles_; }
+    Profiles& profiles() { return profiles_; }
     const QString& configName() const { return configName_; }
     /// The key under which the levels of this configuration are kept.
     const QString& stateKey() const { return stateKey_; }

@@ -4,7 +4,7 @@
 #include "patch/Patch.h"
 #include "patch/PatchProblems.h"
 #include "plist/Reading.h"
-#include "settings/Settings.h"
+#include "rigging/Patching.h"
 #include "widgets/ShownText.h"
 #include "window/WarningMark.h"
 
@@ -41,9 +41,36 @@ QString cellText(const ControlView* view, int column) {
 
 } // namespace
 
-FixtureTable::FixtureTable(Settings& settings)
-    : settings_(settings), mark_(warningMark()), problems_(patchProblems(presentPatch())) {
+FixtureTable::FixtureTable(Patching& patching)
+    : patching_(patching), mark_(warningMark()), problems_(patchProblems(presentPatch())) {
+    followPatch();
     connect(this, &FixtureTable::edited, this, &FixtureTable::refreshMarks);
+    connect(&patching, &Patching::patchChanged, this, &FixtureTable::edited);
+}
+
+void FixtureTable::followPatch() {
+    const PatchEditor* const editor = &patching_.editor();
+    connect(editor, &PatchEditor::rowsAboutToBeInserted, this, [this](int first, int last) {
+        rowsChange_ = true;
+        beginInsertRows({}, first, last);
+    });
+    connect(editor, &PatchEditor::rowsInserted, this, [this] {
+        endInsertRows();
+        rowsChange_ = false;
+    });
+    connect(editor, &PatchEditor::rowsAboutToBeRemoved, this, [this](int first, int last) {
+        rowsChange_ = true;
+        beginRemoveRows({}, first, last);
+    });
+    connect(editor, &PatchEditor::rowsRemoved, this, [this] {
+        endRemoveRows();
+        rowsChange_ = false;
+    });
+    connect(editor, &PatchEditor::fixtureMoved, this, [this](int row, PlacementNumber number) {
+        dictDirty_ = true;
+        const QModelIndex cell = index(row, number == PlacementNumber::Universe ? Universe : Address);
+        emit dataChanged(cell, cell);
+    });
 }
 
 void FixtureTable::detach() {
@@ -126,31 +153,24 @@ void FixtureTable::refreshMarks() {
     }
 }
 
+// A cell that is open while its row comes or goes would hand in its text.
 bool FixtureTable::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (role != Qt::EditRole) {
+    if (role != Qt::EditRole || rowsChange_) {
         return false;
     }
-    moveFixture(index.row(), index.column(), integerValue(value));
-    if (index.isValid()) {
-        emit dataChanged(index, index);
+    if (!moveFixture(index.row(), index.column(), integerValue(value))) {
+        emit edited(); // the patch has not
     }
-    emit edited();
     return true;
 }
 
-void FixtureTable::moveFixture(int row, int column, int value) {
-    ControlView* const view = viewAt(row);
-    const QString key = column == Universe ? "universe" : "address";
-    if (!view || (column != Universe && column != Address) || !settings_.setPlacement(row, key, value)) {
-        return;
+bool FixtureTable::moveFixture(int row, int column, int value) {
+    if (row < 0 || (column != Universe && column != Address)) {
+        return false;
     }
-    if (column == Universe) {
-        view->setUniverse(static_cast<std::uint32_t>(value));
-    } else {
-        view->setAddress(static_cast<std::uint32_t>(value));
-    }
-    view->rescanControls();
-    dictDirty_ = true;
+    return patching_.moveFixture(static_cast<std::size_t>(row),
+                                 column == Universe ? PlacementNumber::Universe : PlacementNumber::Address,
+                                 value);
 }
 
 Qt::ItemFlags FixtureTable::flags(const QModelIndex& index) const {

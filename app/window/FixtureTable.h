@@ -6,20 +6,20 @@
 
 #include <vector>
 
-class Settings;
+class Patching;
 
 /// The rows of the fixture table: every fixture view in the registry's order, with its name, universe and
-/// address. What is typed into a universe or address cell is read as an integer and moves the fixture, in its
-/// view and in the settings; the cell then shows what the view holds. A fixture that overlaps another or runs
-/// past its universe carries a mark, with the reason in its tip and for screen readers.
+/// address. What is typed into a universe or address cell is read as an integer and moves the fixture; the
+/// cell then shows what the view holds. A fixture that overlaps another or runs past its universe carries a
+/// mark, with the reason in its tip and for screen readers.
 class FixtureTable : public QAbstractTableModel {
     Q_OBJECT
 
 public:
     enum Column : int { Name = 0, Universe = 1, Address = 2 };
 
-    /// `settings` has to outlive the table.
-    explicit FixtureTable(Settings& settings);
+    /// `patching` has to outlive the table.
+    explicit FixtureTable(Patching& patching);
 
     /// While detached the table has no rows, so that nothing asks for views that are being rebuilt.
     void detach();
@@ -36,17 +36,19 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 signals:
-    /// A cell was edited, whether or not that moved a fixture.
+    /// A cell was edited, whether or not that moved a fixture, or the patch was changed in another way.
     void edited();
 
 private:
-    void moveFixture(int row, int column, int value);
+    void followPatch();
+    bool moveFixture(int row, int column, int value);
     QString problemOf(int row) const;
     QVariant markedCell(const QModelIndex& index, int role) const;
     void refreshMarks();
 
-    Settings& settings_;
+    Patching& patching_;
     bool attached_ = true;
+    bool rowsChange_ = false;
     bool dictDirty_ = false;
     QIcon mark_;
     std::vector<QString> problems_; ///< by row, null where there is none

@@ -1,6 +1,7 @@
 #include "window/FixtureTable.h"
 
 #include "controls/DMXControl.h"
+#include "rigging/Patching.h"
 #include "settings/Settings.h"
 #include "support/TestRig.h"
 
@@ -47,6 +48,11 @@ private slots:
     void anOverlapIsMarkedOnBothFixturesAndGoesAgain();
     void aFixtureThatRunsPastItsUniverseIsMarked();
     void marksAreThereForAFreshRig();
+    void anEditIsAStepThatCanBeUndone();
+    void rowsComeAndGoWithTheirFixtures();
+    void anOpenCellOfARemovedFixtureGoesUnread_data();
+    void anOpenCellOfARemovedFixtureGoesUnread();
+    void anOpenCellBelowARemovedFixtureStaysOpen();
 
     void whileDetachedThereAreNoRows();
     void aCellIsEditedInPlace();
@@ -61,8 +67,11 @@ private:
         return settings_.views().at(row).toMap().value(key);
     }
 
-    std::unique_ptr<TestRig> rig_;
     Settings settings_;
+    Profiles profiles_;
+    TestPlaces places_;
+    std::unique_ptr<TestRig> rig_;
+    std::unique_ptr<Patching> patching_;
     std::unique_ptr<FixtureTable> table_;
     ControlView* spot_ = nullptr;
     ControlView* wash_ = nullptr;
@@ -75,11 +84,13 @@ void tst_FixtureTable::init() {
     rig_ = std::make_unique<TestRig>();
     spot_ = &rig_->add(spot);
     wash_ = &rig_->add(wash);
-    table_ = std::make_unique<FixtureTable>(settings_);
+    patching_ = std::make_unique<Patching>(settings_, profiles_, places_);
+    table_ = std::make_unique<FixtureTable>(*patching_);
 }
 
 void tst_FixtureTable::cleanup() {
     table_.reset();
+    patching_.reset();
     rig_.reset();
 }
 
@@ -301,12 +312,88 @@ void tst_FixtureTable::aFixtureThatRunsPastItsUniverseIsMarked() {
 
 void tst_FixtureTable::marksAreThereForAFreshRig() {
     rig_->add("Late", {"Dimmer"}, 0, 1);
-    const FixtureTable fresh(settings_);
+    const FixtureTable fresh(*patching_);
     QVERIFY(fresh.index(0, NameColumn).data(Qt::DecorationRole).isValid());
     QVERIFY(!table_->index(0, NameColumn).data(Qt::DecorationRole).isValid());
     table_->attach();
     QVERIFY(table_->index(0, NameColumn).data(Qt::DecorationRole).isValid());
     QVERIFY(table_->index(2, NameColumn).data(Qt::DecorationRole).isValid());
+}
+
+void tst_FixtureTable::anEditIsAStepThatCanBeUndone() {
+    edit(0, AddressColumn, "17");
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    QSignalSpy changed(table_.get(), &FixtureTable::dataChanged);
+    patching_->history().undo();
+    QCOMPARE(cell(0, AddressColumn), QString("1"));
+    QCOMPARE(edited.size(), 1);
+    QCOMPARE(changed.at(0).at(0).toModelIndex(), table_->index(0, AddressColumn));
+    edit(0, AddressColumn, "1");
+    QCOMPARE(edited.size(), 2);
+    QVERIFY(!patching_->history().canUndo());
+}
+
+void tst_FixtureTable::rowsComeAndGoWithTheirFixtures() {
+    const QAbstractItemModelTester tester(table_.get(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const QSignalSpy edited(table_.get(), &FixtureTable::edited);
+    patching_->addFixtures({.placements = {placement("Bar", 0, 50, {controlEntry("Red")})}, .profiles = {}});
+    QCOMPARE(table_->rowCount(), 3);
+    QCOMPARE(cell(2, NameColumn), QString("Bar"));
+    patching_->removeFixtures({0, 2});
+    QCOMPARE(table_->rowCount(), 1);
+    QCOMPARE(cell(0, NameColumn), QString("Wash"));
+    patching_->history().undo();
+    QCOMPARE(table_->rowCount(), 3);
+    QCOMPARE(cell(0, NameColumn), QString("Spot"));
+    QCOMPARE(edited.size(), 3);
+}
+
+void tst_FixtureTable::anOpenCellOfARemovedFixtureGoesUnread_data() {
+    QTest::addColumn<int>("row");
+
+    QTest::newRow("the first") << 0;
+    QTest::newRow("the last") << 1;
+}
+
+void tst_FixtureTable::anOpenCellOfARemovedFixtureGoesUnread() {
+    QFETCH(const int, row);
+    QTableView view;
+    view.setModel(table_.get());
+    view.show();
+    view.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&view));
+    view.setCurrentIndex(table_->index(row, AddressColumn));
+    QTest::keyClick(&view, Qt::Key_F2);
+    const QPointer<QLineEdit> editor = view.viewport()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    QTest::keyClicks(editor, "99");
+    const QVariant before = placed(1 - row, "address");
+    patching_->removeFixtures({static_cast<std::size_t>(row)});
+    QTRY_VERIFY(!editor);
+    QCOMPARE(patching_->history().count(), 1);
+    QCOMPARE(placed(0, "address"), before);
+    patching_->history().undo();
+    QCOMPARE(placed(1 - row, "address"), before);
+}
+
+void tst_FixtureTable::anOpenCellBelowARemovedFixtureStaysOpen() {
+    QTableView view;
+    view.setModel(table_.get());
+    view.show();
+    view.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&view));
+    view.setCurrentIndex(table_->index(1, AddressColumn));
+    QTest::keyClick(&view, Qt::Key_F2);
+    const QPointer<QLineEdit> editor = view.viewport()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    patching_->removeFixtures({0});
+    QVERIFY(editor);
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, "99");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_COMPARE(wash_->address(), 99U);
+    QCOMPARE(placed(0, "address"), QVariant(99LL));
 }
 
 void tst_FixtureTable::whileDetachedThereAreNoRows() {

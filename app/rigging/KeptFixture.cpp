@@ -1,0 +1,23 @@
+#include "rigging/KeptFixture.h"
+
+#include "controls/DMXControl.h"
+#include "fixtures/ControlView.h"
+
+#include <algorithm>
+
+KeptFixture keptFixture(const ControlView& view, const QVariant& placement) {
+    KeptFixture kept{.placement = placement, .levels = {}, .windowPlace = view.rememberedPlace()};
+    for (const auto& control : view.controls()) {
+        kept.levels.push_back({.value = control->value(), .time = control->time()});
+    }
+    return kept;
+}
+
+void restoreLevels(const KeptFixture& fixture, const ControlView& view) {
+    const std::size_t count = std::min(fixture.levels.size(), view.controls().size());
+    for (std::size_t i = 0; i < count; ++i) {
+        DMXControl& control = *view.controls()[i];
+        control.setDMXValue(fixture.levels[i].value, 0);
+        control.setTime(fixture.levels[i].time);
+    }
+}
