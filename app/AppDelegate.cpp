@@ -39,6 +39,7 @@ AppDelegate::AppDelegate(const QString& resources)
       rig_(resourceFolder(resources), defaults_), places_(defaults_), savedState_(defaults_),
       destination_(defaults_), patching_(rig_.settings(), rig_.profiles(), places_), fixtureTable_(patching_),
       _window(places_), windows_(_window),
+      fixtureCommands_(_window, rig_.profiles(), rig_.settings(), patching_),
       cueCommands_(rig_.settings(), _window.cueMenu()),
       showKeeper_(recoveryFile_, [this] { return presentShow(); }) {
     AccessibleFader::install();
@@ -92,6 +93,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     setIPAddress(destination_.text());
     fixtureTable_.attach();
     _window.showFixtures(fixtureTable_);
+    _window.showHistory(patching_.history());
     _window.showOutput(destination_);
     ticker_.start([this] { timerProc(); });
     beginActivity();

@@ -3,6 +3,7 @@
 #include "ProcessSignals.h"
 #include "Rig.h"
 #include "Ticker.h"
+#include "adding/FixtureCommands.h"
 #include "cues/CueCommands.h"
 #include "rigging/Patching.h"
 #include "settings/Destination.h"
@@ -63,6 +64,7 @@ private:
     FixtureTable fixtureTable_;
     MainWindow _window;
     ConsoleWindows windows_;
+    FixtureCommands fixtureCommands_;
     CueCommands cueCommands_;
     ShowKeeper showKeeper_;
     Ticker ticker_;

@@ -12,17 +12,25 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHeaderView>
+#include <QUndoStack>
 
 namespace {
 
 constexpr QLatin1StringView autosavename("faderhall_main_window");
 
-// Faders and text fields both know how to copy and paste; whatever has the focus is asked.
-void sendToFocus(const char* operation) {
-    if (QWidget* const focus = QApplication::focusWidget();
-        focus && focus->metaObject()->indexOfSlot(QByteArray(operation) + "()") >= 0) {
-        QMetaObject::invokeMethod(focus, operation);
+// Faders and text fields both know how to copy and paste; whatever has the focus is asked. False when it does
+// not know how.
+bool sendToFocus(const char* operation) {
+    QWidget* const focus = QApplication::focusWidget();
+    if (!focus || focus->metaObject()->indexOfSlot(QByteArray(operation) + "()") < 0) {
+        return false;
     }
+    return QMetaObject::invokeMethod(focus, operation);
+}
+
+// The text after the command: "Undo Remove Spot".
+QString commandText(const QString& command, const QString& step) {
+    return step.isEmpty() ? command : command + ' ' + menuText(step);
 }
 
 } // namespace
@@ -39,6 +47,7 @@ MainWindow::MainWindow(WindowPlaces& places) : ui_(std::make_unique<Ui::MainWind
     connect(ui_->pasteAction, &QAction::triggered, this, [] { sendToFocus("paste"); });
     connect(ui_->keysAction, &QAction::triggered, this, [this] { openKeysPage(*this); });
     connect(ui_->aboutAction, &QAction::triggered, this, [this] { openAboutPage(*this); });
+    connectFixtures();
     connect(ui_->tableview, &QTableView::activated, this, [this](const QModelIndex& cell) {
         if (!cell.flags().testFlag(Qt::ItemIsEditable)) {
             emit fixtureChosen(cell.row());
@@ -64,9 +73,47 @@ WindowMenu& MainWindow::windowMenu() {
     return *ui_->windowMenu;
 }
 
+void MainWindow::connectFixtures() {
+    connect(ui_->addFixtureAction, &QAction::triggered, this, &MainWindow::addFixtureChosen);
+    connect(ui_->importFixtureAction, &QAction::triggered, this, &MainWindow::importFixtureChosen);
+    connect(ui_->removeFixtureAction, &QAction::triggered, this,
+            [this] { emit removeFixturesChosen(ui_->tableview->selectionModel()->selectedRows()); });
+    ui_->tableview->addAction(ui_->removeFixtureAction); // its key is the table's
+}
+
+void MainWindow::followSelection() {
+    const QItemSelectionModel* const selection = ui_->tableview->selectionModel();
+    ui_->removeFixtureAction->setEnabled(selection && selection->hasSelection());
+}
+
 void MainWindow::showFixtures(QAbstractItemModel& fixtures) {
     ui_->tableview->setModel(&fixtures);
+    connect(ui_->tableview->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &MainWindow::followSelection);
+    connect(&fixtures, &QAbstractItemModel::modelReset, this, &MainWindow::followSelection);
+    connect(&fixtures, &QAbstractItemModel::rowsRemoved, this, &MainWindow::followSelection);
     ui_->tableview->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch); // names need the room
+}
+
+void MainWindow::showHistory(QUndoStack& history) {
+    const auto follow = [this, &history] {
+        ui_->undoAction->setText(commandText("&Undo", history.undoText()));
+        ui_->undoAction->setEnabled(history.canUndo());
+        ui_->redoAction->setText(commandText("&Redo", history.redoText()));
+        ui_->redoAction->setEnabled(history.canRedo());
+    };
+    connect(&history, &QUndoStack::indexChanged, this, follow);
+    connect(ui_->undoAction, &QAction::triggered, this, [&history] {
+        if (!sendToFocus("undo")) {
+            history.undo();
+        }
+    });
+    connect(ui_->redoAction, &QAction::triggered, this, [&history] {
+        if (!sendToFocus("redo")) {
+            history.redo();
+        }
+    });
+    follow();
 }
 
 void MainWindow::showOutput(const Destination& destination) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QModelIndexList>
 
 #include <memory>
 
@@ -9,6 +10,7 @@ class CueMenu;
 class Destination;
 class QAbstractItemModel;
 class QTableView;
+class QUndoStack;
 class WindowMenu;
 class WindowPlaces;
 
@@ -17,8 +19,8 @@ class MainWindow;
 }
 
 /// The program's main window: menu bar, address field and fixture table, as MainWindow.ui describes them.
-/// It says what the operator chose and leaves the doing to others; only Copy and Paste, which go to
-/// whatever has the focus, end here.
+/// It says what the operator chose and leaves the doing to others; only Copy, Paste and the Undo of
+/// text fields, which go to whatever has the focus, end here.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -35,6 +37,8 @@ public:
 
     /// Fills the table. `fixtures` has to outlive the window or to be empty by then.
     void showFixtures(QAbstractItemModel& fixtures);
+    /// Undo and Redo go through these steps. `history` has to outlive the window.
+    void showHistory(QUndoStack& history);
     /// Tells in the status line what goes out to the destination, which has to outlive the window.
     void showOutput(const Destination& destination);
 
@@ -55,12 +59,19 @@ signals:
     /// A double click or Return on the name of a fixture, by its row.
     void fixtureChosen(int row);
     void savedRigChosen();
+    void addFixtureChosen();
+    void importFixtureChosen();
+    /// Asks for the fixtures in these rows of the table to be removed.
+    void removeFixturesChosen(const QModelIndexList& rows);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
 
 private:
+    void connectFixtures();
+    void followSelection();
+
     std::unique_ptr<Ui::MainWindow> ui_;
     WindowPlaces& places_;
 };

@@ -14,7 +14,7 @@ APP = Path(__file__).resolve().parent.parent.parent / "app"
 
 # From the bottom up.
 ROOMS = ["clock", "plist", "library", "widgets", "artnet", "controls", "fixtures", "patch", "settings",
-         "rigging", "cues", "check", "window"]
+         "rigging", "cues", "check", "window", "adding"]
 
 
 def compile_command(room):

@@ -6,6 +6,7 @@
 #include "window/AddressField.h"
 #include "window/WindowMenu.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMenuBar>
@@ -13,6 +14,7 @@
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTest>
+#include <QUndoStack>
 
 namespace {
 
@@ -81,6 +83,13 @@ private slots:
     void returnOnAFixturesNameTellsItsRow();
     void returnOnANumberEditsIt();
 
+    void theFixturesMenuTellsWhatWasChosen();
+    void fixturesAreRemovedByTheSelectedRows();
+    void theDeleteKeyOfTheTableRemoves();
+    void withoutASelectionNothingIsRemoved();
+    void undoNamesTheStep();
+    void aTextFieldWithTheFocusUndoesItsTyping();
+
 private:
     void activate(QWidget& window) {
         window.show();
@@ -108,7 +117,8 @@ void tst_MainWindow::theMenusStandInTheirOrder() {
     for (const QAction* action : window_->menuBar()->actions()) {
         menus.append(action->text());
     }
-    QCOMPARE(menus, (QStringList{"&File", "&Edit", "Confi&gurations", "Cues", "&Window", "&Help"}));
+    QCOMPARE(menus,
+             (QStringList{"&File", "&Edit", "Fi&xtures", "Confi&gurations", "Cues", "&Window", "&Help"}));
     QCOMPARE(&menuTitled(*window_, "Confi&gurations"), &window_->configMenu());
     QCOMPARE(&menuTitled(*window_, "Cues"), &window_->cueMenu());
     QCOMPARE(&menuTitled(*window_, "&Window"), &window_->windowMenu());
@@ -122,13 +132,16 @@ void tst_MainWindow::fileAndEditHoldTheirCommands() {
     QCOMPARE(file.actions().size(), 1);
     QCOMPARE(file.actions().at(0)->text(), QString("&Quit"));
     QCOMPARE(file.actions().at(0)->shortcut(), QKeySequence("Ctrl+Q"));
-    QCOMPARE(edit.actions().size(), 2);
-    QCOMPARE(edit.actions().at(0)->text(), QString("&Copy"));
-    QCOMPARE(edit.actions().at(0)->shortcut(), QKeySequence("Ctrl+C"));
-    QCOMPARE(edit.actions().at(1)->text(), QString("&Paste"));
-    QCOMPARE(edit.actions().at(1)->shortcut(), QKeySequence("Ctrl+V"));
+    QStringList texts;
+    QStringList keys;
+    for (const QAction* item : edit.actions()) {
+        texts.append(item->text());
+        keys.append(item->shortcut().toString());
+    }
+    QCOMPARE(texts, (QStringList{"&Undo", "&Redo", "", "&Copy", "&Paste"}));
+    QCOMPARE(keys, (QStringList{"Ctrl+Z", "Ctrl+Shift+Z", "", "Ctrl+C", "Ctrl+V"}));
     for (const QAction* item : file.actions() + edit.actions()) {
-        QCOMPARE(item->shortcutContext(), Qt::ApplicationShortcut);
+        QVERIFY(item->isSeparator() || item->shortcutContext() == Qt::ApplicationShortcut);
     }
 }
 
@@ -232,23 +245,23 @@ void tst_MainWindow::copyAndPasteGoToTheTextFieldWithTheFocus() {
     window_->addressField().setFocus();
     window_->addressField().selectAll();
     QMenu& edit = menuTitled(*window_, "&Edit");
-    edit.actions().at(0)->trigger();
+    edit.actions().at(3)->trigger();
     QCOMPARE(QGuiApplication::clipboard()->text(), QString("10.0.0.1"));
     window_->addressField().end(false);
-    edit.actions().at(1)->trigger();
+    edit.actions().at(4)->trigger();
     QCOMPARE(window_->addressField().text(), QString("10.0.0.110.0.0.1"));
 }
 
 void tst_MainWindow::withoutAFocusCopyAndPasteDoNothing() {
     QGuiApplication::clipboard()->setText("kept");
     QMenu& edit = menuTitled(*window_, "&Edit");
-    edit.actions().at(0)->trigger();
-    edit.actions().at(1)->trigger();
+    edit.actions().at(3)->trigger();
+    edit.actions().at(4)->trigger();
     window_->open();
     activate(*window_);
     window_->tableview().setFocus();
-    edit.actions().at(0)->trigger();
-    edit.actions().at(1)->trigger();
+    edit.actions().at(3)->trigger();
+    edit.actions().at(4)->trigger();
     QCOMPARE(QGuiApplication::clipboard()->text(), QString("kept"));
 }
 
@@ -311,7 +324,7 @@ void tst_MainWindow::everyMoveIsRemembered() {
 
 void tst_MainWindow::theTableCanBeWalkedByKeys() {
     QVERIFY(window_->tableview().tabKeyNavigation());
-    QCOMPARE(window_->tableview().selectionBehavior(), QAbstractItemView::SelectItems);
+    QCOMPARE(window_->tableview().selectionBehavior(), QAbstractItemView::SelectRows);
 }
 
 void tst_MainWindow::namesOfFixturesHaveTheRoomThatNumbersLeave() {
@@ -345,6 +358,98 @@ void tst_MainWindow::returnOnANumberEditsIt() {
     QVERIFY(window_->tableview().indexWidget(fixtures->index(1, 2)));
     QTest::keyClick(&window_->tableview(), Qt::Key_Return);
     QCOMPARE(chosen.size(), 0);
+}
+
+void tst_MainWindow::theFixturesMenuTellsWhatWasChosen() {
+    const QSignalSpy add(window_.get(), &MainWindow::addFixtureChosen);
+    const QSignalSpy import(window_.get(), &MainWindow::importFixtureChosen);
+    const QMenu& menu = menuTitled(*window_, "Fi&xtures");
+    QStringList texts;
+    for (const QAction* item : menu.actions()) {
+        texts.append(item->text());
+    }
+    QCOMPARE(texts, (QStringList{"&Add Fixture…", "&Import Fixture…", "", "&Remove Fixture"}));
+    menu.actions().at(0)->trigger();
+    menu.actions().at(1)->trigger();
+    QCOMPARE(add.size(), 1);
+    QCOMPARE(import.size(), 1);
+}
+
+void tst_MainWindow::fixturesAreRemovedByTheSelectedRows() {
+    QSignalSpy removed(window_.get(), &MainWindow::removeFixturesChosen);
+    const auto fixtures = twoFixtures();
+    window_->showFixtures(*fixtures);
+    activate(*window_);
+    QTableView& table = window_->tableview();
+    QAction& remove = *menuTitled(*window_, "Fi&xtures").actions().at(3);
+    QVERIFY(!remove.isEnabled());
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(fixtures->index(1, 2)).center());
+    QVERIFY(remove.isEnabled());
+    remove.trigger();
+    QCOMPARE(removed.takeFirst().at(0).value<QModelIndexList>(), QModelIndexList{fixtures->index(1, 0)});
+    QTest::keyClick(&table, Qt::Key_Up, Qt::ShiftModifier);
+    remove.trigger();
+    QCOMPARE(removed.takeFirst().at(0).value<QModelIndexList>().size(), 2);
+}
+
+void tst_MainWindow::theDeleteKeyOfTheTableRemoves() {
+    const QSignalSpy removed(window_.get(), &MainWindow::removeFixturesChosen);
+    const auto fixtures = twoFixtures();
+    window_->showFixtures(*fixtures);
+    activate(*window_);
+    window_->tableview().setFocus();
+    window_->tableview().selectRow(0);
+    QTest::keyClick(window_->windowHandle(), Qt::Key_Delete);
+    QCOMPARE(removed.size(), 1);
+    window_->tableview().setCurrentIndex(fixtures->index(0, 2));
+    QTest::keyClick(&window_->tableview(), Qt::Key_F2);
+    QTest::keyClick(window_->windowHandle(), Qt::Key_Delete);
+    QCOMPARE(removed.size(), 1);
+}
+
+void tst_MainWindow::withoutASelectionNothingIsRemoved() {
+    const auto fixtures = twoFixtures();
+    window_->showFixtures(*fixtures);
+    const QAction& remove = *menuTitled(*window_, "Fi&xtures").actions().at(3);
+    window_->tableview().selectRow(0);
+    QVERIFY(remove.isEnabled());
+    window_->tableview().clearSelection();
+    QVERIFY(!remove.isEnabled());
+    window_->tableview().selectRow(1);
+    fixtures->removeRows(0, 2);
+    QVERIFY(!remove.isEnabled());
+}
+
+void tst_MainWindow::undoNamesTheStep() {
+    QUndoStack history;
+    window_->showHistory(history);
+    activate(*window_);
+    const QList<QAction*> items = menuTitled(*window_, "&Edit").actions();
+    QVERIFY(!items.at(0)->isEnabled());
+    history.push(new QUndoCommand("Remove A&B"));
+    QCOMPARE(items.at(0)->text(), QString("&Undo Remove A&&B"));
+    QVERIFY(!items.at(1)->isEnabled());
+    QTest::keyClick(window_.get(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(history.index(), 0);
+    QCOMPARE(items.at(1)->text(), QString("&Redo Remove A&&B"));
+    QTest::keyClick(window_.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(history.index(), 1);
+}
+
+void tst_MainWindow::aTextFieldWithTheFocusUndoesItsTyping() {
+    QUndoStack history;
+    window_->showHistory(history);
+    history.push(new QUndoCommand("Remove Spot"));
+    activate(*window_);
+    AddressField& field = window_->addressField();
+    field.setFocus();
+    QTest::keyClicks(&field, "10");
+    QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(field.text(), QString());
+    QTest::keyClicks(&field, "10");
+    menuTitled(*window_, "&Edit").actions().at(0)->trigger();
+    QCOMPARE(field.text(), QString());
+    QCOMPARE(history.index(), 1);
 }
 
 QTEST_MAIN(tst_MainWindow)
