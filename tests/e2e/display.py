@@ -11,7 +11,8 @@ from waiting import wait_until
 SCREEN = "1280x900x24"
 
 # The keys behind the characters that are typed; letters and digits are their own names.
-KEY_NAMES = {".": "period", "=": "equal", "-": "minus", "+": "plus", " ": "space", ",": "comma"}
+KEY_NAMES = {".": "period", "=": "equal", "-": "minus", "+": "plus", " ": "space", ",": "comma", "/": "slash",
+             "_": "underscore"}
 
 
 def keys_of(text):
