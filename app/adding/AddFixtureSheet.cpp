@@ -21,8 +21,9 @@
 
 namespace {
 
-constexpr QSize sheetSize(820, 540);
+constexpr QSize sheetSize(860, 540);
 constexpr int remarksHeight = 72;
+constexpr int narrowColumn = 72;
 
 bool walksTheList(int key) {
     return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
@@ -111,6 +112,8 @@ QWidget* AddFixtureSheet::listSide() {
     list_->setAllColumnsShowFocus(true);
     list_->header()->setStretchLastSection(false);
     list_->header()->setSectionResizeMode(FixtureChoices::Fixture, QHeaderView::Stretch);
+    list_->header()->resizeSection(FixtureChoices::Channels, narrowColumn);
+    list_->header()->resizeSection(FixtureChoices::From, narrowColumn);
     auto* const side = new QWidget;
     auto* const rows = new QVBoxLayout(side);
     rows->setContentsMargins({});

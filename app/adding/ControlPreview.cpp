@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr int narrowColumn = 72;
+
 // A key begins with the fixture's name and a point.
 QString controlName(const PatchedControl& control, const PatchedFixture& fixture) {
     return control.dummy ? QString("(unused)") : shownName(control.key.mid(fixture.name.size() + 1));
@@ -22,6 +24,8 @@ ControlPreview::ControlPreview() {
     setAccessibleName("Controls");
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    header()->resizeSection(1, narrowColumn);
+    header()->resizeSection(2, narrowColumn);
 }
 
 void ControlPreview::showControls(const PatchedFixture& fixture) {
