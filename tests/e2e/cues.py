@@ -43,7 +43,7 @@ class CueMenu(Menu):
     """The menu of the cues, whatever its title reads."""
 
     def __init__(self, display):
-        super().__init__(display, (200, 10))
+        super().__init__(display, (263, 10))
 
     def command(self, title):
         """Chooses a command by keys."""

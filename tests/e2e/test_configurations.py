@@ -17,7 +17,7 @@ TRUSS = "Truss Univ: 5 Addr: 1"
 TRUSS_DIMMER = DIMMER._replace(title=TRUSS)
 
 # The configurations menu: a point in its title, and its rows from the end.
-MENU_TITLE = (125, 10)
+MENU_TITLE = (188, 10)
 ROWS = {"Stage": 2, "Tour": 1}
 
 

@@ -39,7 +39,7 @@ COLUMNS_AND_ROWS = {"Dimmer": (0, 1), "Pan": (0, 2), "Shutter": (0, 3), "Red": (
 # Points in the main window.
 ADDRESS_OF_FRONT = ADDRESS_CELL
 UNIVERSE_OF_BACK, ADDRESS_OF_BACK = ((x, y + TABLE_ROW_HEIGHT) for x, y in (UNIVERSE_CELL, ADDRESS_CELL))
-CONFIGURATIONS_MENU = (125, 10)
+CONFIGURATIONS_MENU = (188, 10)
 TOUR = 1  # the last row of that menu
 LOAD_SHEET = "Load Configuration"
 
