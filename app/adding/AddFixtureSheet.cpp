@@ -143,7 +143,10 @@ void AddFixtureSheet::connectFields() {
     connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &AddFixtureSheet::showChoice);
     connect(form_, &PlacementForm::changed, this, &AddFixtureSheet::showPlacement);
-    connect(&sources_.patching, &Patching::patchChanged, this, [this] { form_->setPatch(presentPatch()); });
+    connect(&sources_.patching, &Patching::patchChanged, this, [this] {
+        form_->setPatch(presentPatch());
+        showChoice(); // its profile may have gone with a step that was undone
+    });
     connect(&sources_.library, &FixtureLibrary::indexed, this, &AddFixtureSheet::listLibrary);
     connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -202,14 +205,18 @@ QString AddFixtureSheet::obstacle() const {
                                     : obstacleTo(form_->order(), form_->takenNames());
 }
 
+// More copies than fit are not laid out: there may be very many.
 void AddFixtureSheet::showPlacement() {
-    const FixtureOrder& order = form_->order();
+    const QString inTheWay = obstacle();
+    FixtureOrder order = form_->order();
+    if (!inTheWay.isNull()) {
+        order.copies = 1;
+    }
     std::vector<PatchedFixture> copies;
     for (const QVariant& placement : placementsOf(order)) {
         copies.push_back(patchedFixture(placement.toMap(), chosen_.profiles));
     }
     preview_->showControls(copies.front());
-    const QString inTheWay = obstacle();
     note_->setText(inTheWay.isNull() ? placementNote(order, copies, form_->patch()) : inTheWay);
     for (QAbstractButton* const button : buttons_->buttons()) {
         button->setEnabled(buttons_->buttonRole(button) != QDialogButtonBox::AcceptRole || inTheWay.isNull());

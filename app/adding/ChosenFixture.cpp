@@ -17,6 +17,9 @@ ChosenFixture refused(const QString& refusal) {
 }
 
 ChosenFixture placedProfile(const QString& profile, const Profiles& profiles, const Settings& settings) {
+    if (!profiles.profile(profile).isValid()) {
+        return refused(QString("There is no profile “%1” any more.").arg(profile));
+    }
     return {.profile = profile,
             .comingProfiles = profilesToTakeAlong(profile, profiles, settings),
             .remarks = {},

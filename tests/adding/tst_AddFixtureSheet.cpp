@@ -60,6 +60,7 @@ private slots:
     void slotsOfOthersAreToldAndCanBeShared();
     void whileNothingIsChosenNothingCanBeAdded();
     void aChangeOfThePatchIsFollowed();
+    void aProfileThatIsGoneCannotBeAdded();
     void theLibraryIsListedWhenItHasBeenLookedThrough();
     void aModeOfTheLibraryComesWithItsProfile();
     void returnAddsAndEscapeDoesNot();
@@ -282,6 +283,16 @@ void tst_AddFixtureSheet::aChangeOfThePatchIsFollowed() {
     QCOMPARE(number(Address), 1);
     patching_->history().undo();
     QCOMPARE(number(Address), 6);
+}
+
+void tst_AddFixtureSheet::aProfileThatIsGoneCannotBeAdded() {
+    patching_->addProfiles({{"Ring", QVariantList{controlEntry("Level")}}}, "Ring");
+    open();
+    search("ring");
+    QVERIFY(canBeAdded());
+    patching_->history().undo();
+    QCOMPARE(note(), QString("There is no profile “Ring” any more."));
+    QVERIFY(!canBeAdded());
 }
 
 void tst_AddFixtureSheet::theLibraryIsListedWhenItHasBeenLookedThrough() {
