@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr QSize pageSize(560, 690);
+constexpr QSize pageSize(560, 720);
 
 // The pages are built in.
 QString pageText(const QString& name) {
