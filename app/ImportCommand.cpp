@@ -102,7 +102,7 @@ std::optional<QVariantMap> settingsIn(const DictionaryFile& file, QString& reaso
     if (!QFileInfo::exists(file.path())) {
         return QVariantMap();
     }
-    const std::optional<QVariantMap> settings = file.read();
+    std::optional<QVariantMap> settings = file.read();
     if (!settings) {
         reason = "it is no property list of settings, and is left as it is";
     } else if (settings->value(profilesKey, QVariantMap()).typeId() != QMetaType::QVariantMap) {
