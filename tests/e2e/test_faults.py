@@ -34,7 +34,7 @@ class StartTest(ConsoleTestCase):
         self.assert_works(FONTCONFIG_FILE=str(nothing))
 
     def test_no_session_bus_and_no_runtime_folder(self):
-        self.assert_works(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere", XDG_RUNTIME_DIR="/nowhere")
+        self.assert_works(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere", XDG_RUNTIME_DIR="/proc/nowhere")
 
     def test_every_scale(self):
         for factor in ["1", "1.25", "2", "3"]:
