@@ -94,6 +94,7 @@ private slots:
     void aHalfTypedNumberEndsWithItsFixture();
     void aDragEndsWithItsFixture();
     void anEditedCellEndsWithItsFixture();
+    void whatWasDoneToTheRigThatIsLeftCannotBeUndone();
     void anOpenNewCueSheetComesFirst();
     void twoHundredLoadsLeaveNothingBehind();
 
@@ -420,6 +421,22 @@ void tst_ConfigurationSwitch::anEditedCellEndsWithItsFixture() {
     QTRY_VERIFY(!editor);
     QCOMPARE(console.fixtures(), QStringList{"Lamp Univ: 4 Addr: 100"});
     QCOMPARE(table.model()->index(0, 2).data().toString(), QString("100"));
+}
+
+void tst_ConfigurationSwitch::whatWasDoneToTheRigThatIsLeftCannotBeUndone() {
+    TestConsole& console = start();
+    const QAction* const undo = console.window().findChild<QAction*>("undoAction");
+    console.window().tableview().selectionModel()->select(console.window().tableview().model()->index(0, 0),
+                                                          QItemSelectionModel::ClearAndSelect |
+                                                              QItemSelectionModel::Rows);
+    console.window().findChild<QAction*>("removeFixtureAction")->trigger();
+    console.sheet()->accept();
+    QCOMPARE(console.fixtures(), QStringList{"Wash Univ: 1 Addr: 10"});
+    QCOMPARE(undo->text(), QString("&Undo Remove Spot"));
+    QVERIFY(undo->isEnabled());
+    console.loadConfiguration("Foyer");
+    QVERIFY(!undo->isEnabled());
+    QCOMPARE(console.fixtures(), QStringList{"Lamp Univ: 4 Addr: 100"});
 }
 
 void tst_ConfigurationSwitch::anOpenNewCueSheetComesFirst() {

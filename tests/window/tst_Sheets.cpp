@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QSpinBox>
@@ -56,6 +57,8 @@ private slots:
 
     void aSecondSheetBringsTheFirstToTheFront();
     void theAnswerMayOpenTheNextSheet();
+    void aQuestionIsAnsweredByItsButton();
+    void aReportIsOnlyRead();
     void aSheetGoesWhenItIsAnswered();
     void aSheetGoesWithItsWindow();
 
@@ -295,6 +298,28 @@ void tst_Sheets::theAnswerMayOpenTheNextSheet() {
     QVERIFY(next->isVisible());
     next->accept();
     QCOMPARE(numbers_, QList<int>{0});
+}
+
+void tst_Sheets::aQuestionIsAnsweredByItsButton() {
+    int answers = 0;
+    const SheetText text{.message = "Remove?", .informativeText = "Spot\nWash", .fieldLabel = {}};
+    QDialog* sheet = openQuestionSheet(*window_, text, "Remove", [&] { ++answers; });
+    QCOMPARE(shownTexts(*sheet), (QStringList{"Remove?", "Spot", "Wash"}));
+    QTest::keyClick(sheet, Qt::Key_Escape);
+    QCOMPARE(answers, 0);
+    sheet = openQuestionSheet(*window_, text, "Remove", [&] { ++answers; });
+    QTest::keyClick(sheet, Qt::Key_Return);
+    QCOMPARE(answers, 1);
+}
+
+void tst_Sheets::aReportIsOnlyRead() {
+    QDialog* const sheet = openReportSheet(
+        *window_, {.message = "Imported", .informativeText = {}, .fieldLabel = {}}, {"One", "<b>Two</b>"});
+    auto* const lines = sheet->findChild<QPlainTextEdit*>();
+    QCOMPARE(lines->toPlainText(), QString("One\n<b>Two</b>"));
+    QVERIFY(lines->isReadOnly());
+    QTest::keyClick(sheet, Qt::Key_Return);
+    QVERIFY(!sheet->isVisible());
 }
 
 void tst_Sheets::aSheetGoesWhenItIsAnswered() {
