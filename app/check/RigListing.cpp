@@ -127,6 +127,9 @@ QStringList rigListing(const QVariantMap& rig, const Profiles& profiles) {
 
 ListResult listFiles(const RigPaths& paths) {
     ListResult result;
+    if (!QDir(paths.tables).exists()) {
+        result.notLookedAt.append(paths.tables + ": No such folder");
+    }
     std::optional<QVariantMap> table = readTable(paths, "profiles.plist", result);
     const Configurations configurations(readTable(paths, "configurations.plist", result));
     std::optional<QVariantMap> rig = readFile(paths.settings, result);

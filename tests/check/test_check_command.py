@@ -239,6 +239,13 @@ class Listing(CheckTestCase):
         answer = self.run_program("--list")
         self.assertEqual(answer.stdout.splitlines()[1], "Front    0         1        1      1       Dimmer")
 
+    def test_a_folder_of_tables_that_is_not_there_ends_with_status_2(self):
+        self.tables.rmdir()
+        self.write(self.settings, {"views": [fixture("Spot", 1)]})
+        answer = self.run_program("--list")
+        self.assertEqual((answer.returncode, answer.stderr), (2, f"faderhall: {self.tables}: No such folder\n"))
+        self.assertEqual(answer.stdout.splitlines()[1].split()[0], "Spot")
+
     def test_without_anything_the_lists_are_empty(self):
         answer = self.run_program("--list")
         self.assertEqual((answer.returncode, answer.stdout.splitlines()), (0, [
