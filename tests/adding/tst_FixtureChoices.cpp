@@ -92,8 +92,10 @@ void tst_FixtureChoices::whatIsAddedIsSearchedToo() {
 
 // A tick has 33 ms, and typing is to leave it most of them.
 void tst_FixtureChoices::fourThousandAreSearchedBetweenTwoKeys() {
+    constexpr int count = 4000;
     std::vector<FixtureChoice> many;
-    for (int i = 0; i < 4000; ++i) {
+    many.reserve(count);
+    for (int i = 0; i < count; ++i) {
         many.push_back(choice(QString("Maker %1 Model %2 - Mode %3").arg(i % 90).arg(i).arg(i % 7), 16));
     }
     FixtureChoices choices;
