@@ -40,10 +40,10 @@ QStringList copyNames(const QString& name, int copies) {
     }
     const QRegularExpressionMatch match = numberAtEnd().match(name);
     const QString base = match.hasMatch() ? match.captured(1) : name + ' ';
-    const int first = match.hasMatch() ? match.captured(2).toInt() : 1;
+    const QString first = match.hasMatch() ? match.captured(2) : "1";
     QStringList names;
     for (int copy = 0; copy < copies; ++copy) {
-        names.append(base + QString::number(first + copy));
+        names.append(base + QString::number(first.toInt() + copy).rightJustified(first.size(), '0'));
     }
     return names;
 }

@@ -16,8 +16,8 @@ struct FixtureOrder {
     std::uint64_t slotsEach = 0;
 };
 
-/// The names of so many copies. A number behind a blank at the end counts on, "Par 4", "Par 5"; without one
-/// they are numbered from 1. A single copy has the name as it is.
+/// The names of so many copies. A number behind a blank at the end counts on, "Par 4", "Par 5" and "Par 09",
+/// "Par 10"; without one they are numbered from 1. A single copy has the name as it is.
 QStringList copyNames(const QString& name, int copies);
 
 /// The name of the first of so many copies that nobody bears yet, nor the copies after it: `base` itself for

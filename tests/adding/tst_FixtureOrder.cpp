@@ -25,6 +25,9 @@ void tst_FixtureOrder::copiesAreNumbered_data() {
     QTest::newRow("one with a number") << "Par 4" << 1 << QStringList{"Par 4"};
     QTest::newRow("three") << "Par" << 3 << QStringList{"Par 1", "Par 2", "Par 3"};
     QTest::newRow("a number counts on") << "Par 9" << 2 << QStringList{"Par 9", "Par 10"};
+    QTest::newRow("with leading zeros") << "Par 008" << 3 << QStringList{"Par 008", "Par 009", "Par 010"};
+    QTest::newRow("zeros that become digits") << "Par 09" << 2 << QStringList{"Par 09", "Par 10"};
+    QTest::newRow("more digits than before") << "Par 99" << 2 << QStringList{"Par 99", "Par 100"};
     QTest::newRow("a number that belongs to the name")
         << "MAC250" << 2 << QStringList{"MAC250 1", "MAC250 2"};
     QTest::newRow("too long to count on")
