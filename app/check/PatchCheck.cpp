@@ -4,6 +4,7 @@
 #include "controls/Encoding.h"
 #include "patch/Overlaps.h"
 #include "patch/Patch.h"
+#include "widgets/ShownText.h"
 
 #include <QHash>
 

@@ -22,13 +22,3 @@ void Report::add(const QString& place, const QString& fault, const QString& reme
 QString quoted(const QString& name) {
     return "'" + shownName(name) + "'";
 }
-
-QString listed(const QStringList& names) {
-    constexpr qsizetype mostNames = 10;
-    QStringList shown = names.first(std::min(names.size(), mostNames));
-    if (shown.size() < names.size()) {
-        shown.append(QString("%1 more").arg(names.size() - shown.size()));
-    }
-    const QString last = shown.takeLast();
-    return shown.isEmpty() ? last : shown.join(", ") + " and " + last;
-}

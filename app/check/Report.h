@@ -25,6 +25,3 @@ QString onOneLine(QString text);
 
 /// A name between quotes, cut when it is of no length that anybody reads.
 QString quoted(const QString& name);
-
-/// "A", "A and B", "A, B and C"; of many the first few and how many there are besides.
-QString listed(const QStringList& names);

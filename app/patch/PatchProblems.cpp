@@ -64,8 +64,7 @@ QString listOf(const std::vector<SlotRange>& slotRanges) {
     for (const SlotRange& slotRange : slotRanges) {
         texts.append(slotText(slotRange));
     }
-    const QString last = texts.takeLast();
-    return texts.isEmpty() ? last : texts.join(", ") + " and " + last;
+    return listed(texts);
 }
 
 QStringList overlapTexts(std::span<const PatchedFixture> patch, const Partners& partners) {

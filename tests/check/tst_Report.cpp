@@ -8,8 +8,6 @@ class tst_Report : public QObject {
 private slots:
     void aProblemIsOneLine();
     void whatATerminalTakesForCommandsIsReplaced();
-    void ofManyNamesTheFirstAreListed_data();
-    void ofManyNamesTheFirstAreListed();
     void aNameOfNoReadableLengthIsCut();
 };
 
@@ -27,23 +25,6 @@ void tst_Report::whatATerminalTakesForCommandsIsReplaced() {
     Report report("a\nb");
     report.add("c\033[31m", QString("d%1e%2f").arg(QChar(0x2028)).arg(QChar(0x202e)), "B\u00fchne");
     QCOMPARE(report.lines(), QStringList{QString("a\ufffdb: c\ufffd[31m: d\ufffde\ufffdf; B\u00fchne")});
-}
-
-void tst_Report::ofManyNamesTheFirstAreListed_data() {
-    QTest::addColumn<QStringList>("names");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("one") << QStringList{"A"} << "A";
-    QTest::newRow("two") << QStringList{"A", "B"} << "A and B";
-    QTest::newRow("three") << QStringList{"A", "B", "C"} << "A, B and C";
-    QTest::newRow("as many as are read") << QStringList(10, "A") << "A, A, A, A, A, A, A, A, A and A";
-    QTest::newRow("one more") << QStringList(11, "A") << "A, A, A, A, A, A, A, A, A, A and 1 more";
-}
-
-void tst_Report::ofManyNamesTheFirstAreListed() {
-    QFETCH(const QStringList, names);
-    QFETCH(const QString, text);
-    QCOMPARE(listed(names), text);
 }
 
 void tst_Report::aNameOfNoReadableLengthIsCut() {
