@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace {
@@ -62,6 +63,29 @@ void checkOverlaps(std::span<const PatchedFixture> patch, const QString& place, 
     }
 }
 
+// A datagram carries the low byte of its universe's number and no more.
+void checkUniverses(std::span<const PatchedFixture> patch, const QString& place, Report& report) {
+    std::map<std::uint8_t, std::set<std::int32_t>> universes;
+    for (const PatchedFixture& fixture : patch) {
+        if (std::ranges::any_of(fixture.controls, &PatchedControl::drives)) {
+            universes[static_cast<std::uint8_t>(fixture.universe)].insert(fixture.universe);
+        }
+    }
+    for (const auto& [sent, meeting] : universes) {
+        if (meeting.size() < 2) {
+            continue;
+        }
+        QStringList numbers;
+        for (const std::int32_t universe : meeting) {
+            numbers.append(QString::number(universe));
+        }
+        report.add(
+            place + "universes " + listed(numbers),
+            QString("leave under the same number, %1, by which no receiver tells them apart").arg(sent),
+            "keep to universes from 0 to 255");
+    }
+}
+
 /// The fixtures, once each, that have faders under the key, if there are two such faders.
 std::map<Places, QStringList> sharedKeys(std::span<const PatchedFixture> patch) {
     QHash<QString, Places> fixturesOf;
@@ -108,5 +132,6 @@ void checkPatch(std::span<const PatchedFixture> patch, const QString& place, Rep
         checkRange(patch[index], place + fixtureIn(patch, index), report);
     }
     checkOverlaps(patch, place, report);
+    checkUniverses(patch, place, report);
     checkKeys(patch, place, report);
 }
