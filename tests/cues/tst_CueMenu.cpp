@@ -1,6 +1,5 @@
 #include "cues/CueMenu.h"
 
-#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -79,8 +78,7 @@ private slots:
     void anItemMayAskForTheRebuild();
 
     void altLeavesTheMenuOpen();
-    void tenThousandCuesAreListedAtOnce_data();
-    void tenThousandCuesAreListedAtOnce();
+    void tenThousandCuesAreListedAndShown();
 };
 
 void tst_CueMenu::itIsTitledCuesAtFirst() {
@@ -424,17 +422,8 @@ void tst_CueMenu::altLeavesTheMenuOpen() {
     QVERIFY(!menu.isVisible());
 }
 
-void tst_CueMenu::tenThousandCuesAreListedAtOnce_data() {
-    QTest::addColumn<int>("count");
-
-    QTest::newRow("5,000 cues") << 5000;
-    QTest::newRow("10,000 cues") << 10000;
-}
-
-// About 60 ms on the reference machine; the bound is far above, for a busy one under the sanitizers.
-void tst_CueMenu::tenThousandCuesAreListedAtOnce() {
-    QFETCH(const int, count);
-
+void tst_CueMenu::tenThousandCuesAreListedAndShown() {
+    constexpr int count = 10'000;
     QMainWindow window;
     CueMenu menu(&window);
     window.menuBar()->addMenu(&menu);
@@ -444,18 +433,12 @@ void tst_CueMenu::tenThousandCuesAreListedAtOnce() {
     for (int cue = 0; cue < count; ++cue) {
         numbers.append(QString("%1.%2").arg(cue / 10).arg(cue % 10));
     }
-    menu.setupCueMenu(numbers, {});
-    QElapsedTimer time;
-    time.start();
     menu.setupCueMenu(numbers, numbers.last());
-    const auto rebuilt = time.restart();
     menu.popup({});
     QCoreApplication::processEvents();
-    const auto shown = time.elapsed();
-    qInfo("%d cues: rebuilt in %lld ms, shown in %lld ms", count, rebuilt, shown);
-    QCOMPARE(menu.actions().size(), count + 9);
     QVERIFY(menu.isVisible());
-    QVERIFY2(rebuilt + shown < 5000, "a menu that takes seconds stops the show");
+    QCOMPARE(titles(menu).mid(9), numbers);
+    QCOMPARE(checkedTitles(menu), QStringList{numbers.last()});
     menu.close();
 }
 
