@@ -19,10 +19,17 @@ foreach(size 48 128 256)
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps RENAME ${id}.png)
 endforeach()
 
-configure_file(faderhall.1.in faderhall.1 @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/faderhall.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+# Debian wants its man pages and changelogs compressed.
+function(install_compressed name destination)
+    configure_file(${name}.in ${name} @ONLY)
+    file(ARCHIVE_CREATE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${name}.gz PATHS ${CMAKE_CURRENT_BINARY_DIR}/${name}
+        FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9 MTIME "2026-01-01 UTC")
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}.gz DESTINATION ${destination})
+endfunction()
 
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/faderhall)
+install_compressed(faderhall.1 ${CMAKE_INSTALL_MANDIR}/man1)
+install_compressed(changelog ${documents})
 install(FILES copyright DESTINATION ${documents})
 foreach(document README.md CHANGELOG.md CONTRIBUTING.md LICENSE)
     install(FILES ${PROJECT_SOURCE_DIR}/${document} DESTINATION ${documents})

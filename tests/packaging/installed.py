@@ -10,9 +10,9 @@ CMAKE = os.environ["CMAKE"]
 IDENTIFIER = "com.ktq.orvaneapplications.faderhall"
 
 
-def output_of(*command):
-    """What a command writes; its failure tells all of it."""
-    result = subprocess.run(command, text=True, check=False, timeout=120, stdin=subprocess.DEVNULL,
+def output_of(*command, given=""):
+    """What a command writes that is given a text; its failure tells all of it."""
+    result = subprocess.run(command, text=True, check=False, timeout=120, input=given,
                             stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
     if result.returncode != 0:
         raise AssertionError(f"{command}, status {result.returncode}:\n{result.stdout}")

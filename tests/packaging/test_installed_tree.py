@@ -1,12 +1,12 @@
 """The files of an installed Faderhall: where they are, and that the desktop understands them."""
 
+import gzip
 import re
 import struct
 import unittest
 
 from installed import IDENTIFIER, InstalledTree, output_of
 
-MAN_PAGE = ("man", "man1", "faderhall.1")
 OPTION = re.compile(r"^  (-.*?)  +(\S.*)$", re.MULTILINE)
 
 
@@ -21,9 +21,15 @@ class InstalledTreeTest(unittest.TestCase):
     def setUpClass(cls):
         cls.tree = cls.enterClassContext(InstalledTree())
         cls.help = output_of(cls.tree.program, "--help")
+        cls.man_page = cls.unpacked("man", "man1", "faderhall.1.gz")
 
-    def share(self, *names):
-        return self.tree.prefix.joinpath("share", *names)
+    @classmethod
+    def share(cls, *names):
+        return cls.tree.prefix.joinpath("share", *names)
+
+    @classmethod
+    def unpacked(cls, *names):
+        return gzip.decompress(cls.share(*names).read_bytes()).decode()
 
     def test_every_file_has_its_place(self):
         self.assertEqual([name for name in self.tree.files if not name.startswith("share/doc/")], [
@@ -35,7 +41,7 @@ class InstalledTreeTest(unittest.TestCase):
             f"share/icons/hicolor/256x256/apps/{IDENTIFIER}.png",
             f"share/icons/hicolor/48x48/apps/{IDENTIFIER}.png",
             f"share/icons/hicolor/scalable/apps/{IDENTIFIER}.svg",
-            "share/man/man1/faderhall.1",
+            "share/man/man1/faderhall.1.gz",
             f"share/metainfo/{IDENTIFIER}.metainfo.xml",
         ])
 
@@ -70,7 +76,7 @@ class InstalledTreeTest(unittest.TestCase):
                 self.assertEqual(struct.unpack(">II", picture[16:24]), (size, size))
 
     def test_the_man_page_has_no_mistakes(self):
-        self.assertEqual(output_of("groff", "-man", "-Tutf8", "-ww", "-z", self.share(*MAN_PAGE)), "")
+        self.assertEqual(output_of("groff", "-man", "-Tutf8", "-ww", "-z", given=self.man_page), "")
 
     def test_the_man_page_tells_what_help_tells(self):
         options = OPTION.findall(self.help)
@@ -78,17 +84,22 @@ class InstalledTreeTest(unittest.TestCase):
                                                              "--list", "--import <FILE...>", "--mode <NAME>",
                                                              "--into <FILE>"])
         description = self.help.splitlines()[1]
-        page = self.man_page()
+        page = self.man_sections()
         self.assertIn(description, page["DESCRIPTION"])
         self.assertEqual(page["OPTIONS"], " ".join(f"{option} {meaning}" for option, meaning in options))
 
     def test_the_man_page_tells_the_version_of_the_program(self):
         version = output_of(self.tree.program, "--version").split()[1]
-        self.assertIn(f"Faderhall {version}", self.share(*MAN_PAGE).read_text().splitlines()[0])
+        self.assertIn(f"Faderhall {version}", self.man_page.splitlines()[0])
 
-    def man_page(self):
+    def test_the_changelog_of_the_package_is_one_and_tells_its_version(self):
+        changelog = self.unpacked("doc", "faderhall", "changelog.gz")
+        version = output_of(self.tree.program, "--version").split()[1]
+        self.assertEqual(output_of("dpkg-parsechangelog", "-l-", "-S", "Version", given=changelog), f"{version}\n")
+
+    def man_sections(self):
         """The page as a reader with a wide terminal sees it: each section's words by its heading."""
-        page = output_of("groff", "-man", "-Tascii", "-P-cbou", "-rHY=0", "-rLL=1000n", self.share(*MAN_PAGE))
+        page = output_of("groff", "-man", "-Tascii", "-P-cbou", "-rHY=0", "-rLL=1000n", given=self.man_page)
         _, *parts = re.split(r"^([A-Z][A-Z ]+)$", page, flags=re.MULTILINE)
         return {heading: words(text) for heading, text in zip(parts[::2], parts[1::2])}
 
