@@ -27,7 +27,8 @@ QVariantMap profilesOf(const FixtureImport& import) {
 QStringList report(const FixtureImport& import) {
     QStringList lines;
     for (const ImportedMode& mode : import.modes) {
-        lines.append(QString("%1 (%2 channels)").arg(mode.profileName).arg(mode.channels));
+        lines.append(QString(mode.channels == 1 ? "%1 (%2 channel)" : "%1 (%2 channels)")
+                         .arg(mode.profileName, QString::number(mode.channels)));
         for (const QString& remark : mode.remarks) {
             lines.append("    " + remark);
         }

@@ -1,5 +1,6 @@
-#include "adding/AddFixtureSheet.h"
+#include "AcmeHead.h"
 
+#include "adding/AddFixtureSheet.h"
 #include "adding/FixtureChoices.h"
 #include "controls/DMXControl.h"
 #include "library/FixtureLibrary.h"
@@ -8,7 +9,6 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -23,15 +23,6 @@
 #include <memory>
 
 namespace {
-
-constexpr const char* headDefinition =
-    "<!DOCTYPE FixtureDefinition><FixtureDefinition>"
-    "<Manufacturer>Acme</Manufacturer><Model>Head</Model><Type>Moving Head</Type>"
-    "<Channel Name='Pan' Preset='PositionPan'/><Channel Name='Pan Fine' Preset='PositionPanFine'/>"
-    "<Channel Name='Dimmer' Preset='IntensityMasterDimmer'/>"
-    "<Mode Name='Long'><Channel Number='0'>Pan</Channel><Channel Number='1'>Pan Fine</Channel>"
-    "<Channel Number='2'>Dimmer</Channel></Mode>"
-    "<Mode Name='Short'><Channel Number='0'>Dimmer</Channel></Mode></FixtureDefinition>";
 
 enum Number { Universe, Address, Layer, Copies };
 
@@ -97,10 +88,7 @@ void tst_AddFixtureSheet::init() {
                              QVariantMap{{"blank", 2LL}}}}});
     const QVariantList views{placement("Par", 1, 1, {QVariantMap{{"profile", "Par"}}})};
     settings_ = Settings(QVariantMap{{"views", views}});
-    QFile file(folder_.filePath("head.qxf"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(headDefinition);
-    file.close();
+    writeAcmeHead(folder_.filePath("head.qxf"));
     end_ = std::make_unique<TestRig>();
     ControlView::controlViewsWithSettings(views, profiles_, places_);
     patching_ = std::make_unique<Patching>(settings_, profiles_, places_);
