@@ -5,6 +5,7 @@
 #include "plist/DictionaryFile.h"
 #include "plist/PropertyList.h"
 #include "plist/WholeFile.h"
+#include "settings/RecoveryFile.h"
 #include "settings/SettingsFile.h"
 
 #include <QFileInfo>
@@ -119,6 +120,11 @@ QString addTo(const QString& path, const QVariantMap& profiles) {
         lock.emplace(ConsoleLock::defaultPath());
         if (lock->isHeldElsewhere()) {
             return "a console is running and would write over it when it quits; quit it first";
+        }
+        // Which is taken up only while the settings are those that it started from.
+        if (QFileInfo::exists(RecoveryFile::defaultPath())) {
+            return "the show of a run that ended badly waits to be taken up; start the console and quit it "
+                   "first";
         }
     }
     const DictionaryFile file(path);

@@ -11,6 +11,7 @@ from case import ConsoleTestCase
 from console import PROGRAM, Fader, environment
 from home import Home, read, write
 from stage import placement
+from waiting import wait_until
 
 FIXTURES = Path(__file__).resolve().parent.parent / "library"
 HEAD = FIXTURES / "qxf" / "moving-head.qxf"
@@ -163,6 +164,24 @@ class ImportedFixtureTest(ConsoleTestCase):
                 self.assertIn("a console is running", answer.stderr)
             self.assertEqual(run_import(self.home, PIXELS, "--into", self.home.output / "other.plist").returncode, 0)
         self.assertEqual(self.home.settings, before)
+
+    def dimmer_is_kept(self):
+        kept = self.home.recovery
+        return kept and kept["levels"].get("Spot.Dimmer") == 258
+
+    def test_the_show_of_a_run_that_ended_badly_is_taken_up_first(self):
+        with self.console(["Faderhall", self.TITLE]) as console:
+            console.set(self.DIMMER, "258")
+            wait_until(self.dimmer_is_kept, "the level in the recovery file")
+            console.kill(9)
+        before = self.home.settings
+        answer = run_import(self.home, PIXELS, "--into", self.home.settings_file)
+        self.assertEqual(answer.returncode, 1)
+        self.assertIn("waits to be taken up", answer.stderr)
+        self.assertEqual(self.home.settings, before)
+        with self.console(["Faderhall", self.TITLE]):
+            self.wait_for({17: 1, 18: 2})
+        self.assertEqual(run_import(self.home, PIXELS, "--into", self.home.settings_file).returncode, 0)
 
 
 if __name__ == "__main__":
