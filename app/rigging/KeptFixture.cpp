@@ -6,18 +6,25 @@
 #include <algorithm>
 
 KeptFixture keptFixture(const ControlView& view, const QVariant& placement) {
-    KeptFixture kept{.placement = placement, .levels = {}, .windowPlace = view.rememberedPlace()};
+    KeptFixture kept{
+        .placement = placement, .levels = {}, .selected = {}, .windowPlace = view.rememberedPlace()};
     for (const auto& control : view.controls()) {
+        if (control.get() == view.selectedControl()) {
+            kept.selected = kept.levels.size();
+        }
         kept.levels.push_back({.value = control->value(), .time = control->time()});
     }
     return kept;
 }
 
-void restoreLevels(const KeptFixture& fixture, const ControlView& view) {
+void restoreControls(const KeptFixture& fixture, const ControlView& view) {
     const std::size_t count = std::min(fixture.levels.size(), view.controls().size());
     for (std::size_t i = 0; i < count; ++i) {
         DMXControl& control = *view.controls()[i];
         control.setDMXValue(fixture.levels[i].value, 0);
         control.setTime(fixture.levels[i].time);
+    }
+    if (fixture.selected && *fixture.selected < view.controls().size()) {
+        view.controls()[*fixture.selected]->makeFirstResponder();
     }
 }

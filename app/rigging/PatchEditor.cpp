@@ -37,7 +37,7 @@ void PatchEditor::insertFixtures(std::size_t row, std::span<const KeptFixture> f
     ControlView::controlViewsWithSettings(placements, profiles_, places_);
     for (std::size_t i = 0; i < fixtures.size(); ++i) {
         ControlView::moveView(end + i, row + i);
-        restoreLevels(fixtures[i], *ControlView::controlViews()->at(row + i));
+        restoreControls(fixtures[i], *ControlView::controlViews()->at(row + i));
     }
     settings_.insertPlacements(static_cast<qsizetype>(row), placements);
     emit rowsInserted();

@@ -45,7 +45,7 @@ void Patching::addFixtures(const NewFixtures& fixtures) {
     }
     std::vector<KeptFixture> kept;
     for (const QVariant& placement : fixtures.placements) {
-        kept.push_back({.placement = placement, .levels = {}, .windowPlace = {}});
+        kept.push_back({.placement = placement, .levels = {}, .selected = {}, .windowPlace = {}});
     }
     const QString name = stringValue(mapValue(fixtures.placements.first()).value("name"));
     history_.push(new AddFixtures(editor_, stepText("Add", fixtures.placements.size(), name), std::move(kept),

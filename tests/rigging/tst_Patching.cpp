@@ -216,12 +216,14 @@ void tst_Patching::undoingARemovalBringsEverythingBack() {
     DMXControl& dimmer = controlNamed("Wash.Dimmer");
     dimmer.setDMXValue(123, 0);
     dimmer.setTime(2.5F);
+    dimmer.makeFirstResponder();
     patching_->removeFixtures({1});
     patching_->history().undo();
     QCOMPARE(names(), (QStringList{"Spot", "Wash", "Bar"}));
     QCOMPARE(settings_.views(), before);
     QCOMPARE(controlNamed("Wash.Dimmer").value(), 123U);
     QCOMPARE(controlNamed("Wash.Dimmer").time(), 2.5F);
+    QCOMPARE(view(1).selectedControl(), &controlNamed("Wash.Dimmer"));
     QVERIFY(view(1).window()->isVisible());
     patching_->history().redo();
     QCOMPARE(names(), (QStringList{"Spot", "Bar"}));
