@@ -7,6 +7,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QLineEdit>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
@@ -16,6 +17,33 @@ namespace {
 constexpr int NameColumn = 0;
 constexpr int UniverseColumn = 1;
 constexpr int AddressColumn = 2;
+
+/// A cell of the table that is open for editing in a view in front.
+class OpenCell {
+public:
+    OpenCell(QAbstractItemModel& table, int row, int column) {
+        view_.setModel(&table);
+        view_.show();
+        view_.activateWindow();
+        if (QTest::qWaitForWindowActive(&view_)) {
+            view_.setCurrentIndex(table.index(row, column));
+            QTest::keyClick(&view_, Qt::Key_F2);
+            editor_ = view_.viewport()->findChild<QLineEdit*>();
+        }
+    }
+
+    bool isOpen() const { return editor_; }
+    QString text() const { return editor_->text(); }
+    void type(const QString& text) {
+        QTest::keyClick(editor_, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor_, text);
+    }
+    void finish() { QTest::keyClick(editor_, Qt::Key_Return); }
+
+private:
+    QTableView view_;
+    QPointer<QLineEdit> editor_; // the view takes it away
+};
 
 } // namespace
 
@@ -358,19 +386,12 @@ void tst_FixtureTable::anOpenCellOfARemovedFixtureGoesUnread_data() {
 
 void tst_FixtureTable::anOpenCellOfARemovedFixtureGoesUnread() {
     QFETCH(const int, row);
-    QTableView view;
-    view.setModel(table_.get());
-    view.show();
-    view.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&view));
-    view.setCurrentIndex(table_->index(row, AddressColumn));
-    QTest::keyClick(&view, Qt::Key_F2);
-    const QPointer<QLineEdit> editor = view.viewport()->findChild<QLineEdit*>();
-    QVERIFY(editor);
-    QTest::keyClicks(editor, "99");
+    OpenCell address(*table_, row, AddressColumn);
+    QVERIFY(address.isOpen());
+    address.type("99");
     const QVariant before = placed(1 - row, "address");
     patching_->removeFixtures({static_cast<std::size_t>(row)});
-    QTRY_VERIFY(!editor);
+    QTRY_VERIFY(!address.isOpen());
     QCOMPARE(patching_->history().count(), 1);
     QCOMPARE(placed(0, "address"), before);
     patching_->history().undo();
@@ -378,20 +399,12 @@ void tst_FixtureTable::anOpenCellOfARemovedFixtureGoesUnread() {
 }
 
 void tst_FixtureTable::anOpenCellBelowARemovedFixtureStaysOpen() {
-    QTableView view;
-    view.setModel(table_.get());
-    view.show();
-    view.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&view));
-    view.setCurrentIndex(table_->index(1, AddressColumn));
-    QTest::keyClick(&view, Qt::Key_F2);
-    const QPointer<QLineEdit> editor = view.viewport()->findChild<QLineEdit*>();
-    QVERIFY(editor);
+    OpenCell address(*table_, 1, AddressColumn);
+    QVERIFY(address.isOpen());
     patching_->removeFixtures({0});
-    QVERIFY(editor);
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(editor, "99");
-    QTest::keyClick(editor, Qt::Key_Return);
+    QVERIFY(address.isOpen());
+    address.type("99");
+    address.finish();
     QTRY_COMPARE(wash_->address(), 99U);
     QCOMPARE(placed(0, "address"), QVariant(99LL));
 }
@@ -406,34 +419,19 @@ void tst_FixtureTable::whileDetachedThereAreNoRows() {
 }
 
 void tst_FixtureTable::aCellIsEditedInPlace() {
-    QTableView view;
-    view.setModel(table_.get());
-    view.show();
-    view.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&view));
-    view.setCurrentIndex(table_->index(0, AddressColumn));
-    QTest::keyClick(&view, Qt::Key_F2);
-    auto* const editor = view.viewport()->findChild<QLineEdit*>();
-    QVERIFY(editor);
-    QCOMPARE(editor->text(), QString("1"));
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(editor, "17");
-    QTest::keyClick(editor, Qt::Key_Return);
+    OpenCell address(*table_, 0, AddressColumn);
+    QVERIFY(address.isOpen());
+    QCOMPARE(address.text(), QString("1"));
+    address.type("17");
+    address.finish();
     QTRY_COMPARE(spot_->address(), 17U);
     QCOMPARE(cell(0, AddressColumn), QString("17"));
 }
 
 void tst_FixtureTable::aRebuildTakesAnOpenEditorAwayUnread() {
-    QTableView view;
-    view.setModel(table_.get());
-    view.show();
-    view.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&view));
-    view.setCurrentIndex(table_->index(1, AddressColumn));
-    QTest::keyClick(&view, Qt::Key_F2);
-    const QPointer<QLineEdit> editor = view.viewport()->findChild<QLineEdit*>();
-    QVERIFY(editor);
-    QTest::keyClicks(editor, "99");
+    OpenCell address(*table_, 1, AddressColumn);
+    QVERIFY(address.isOpen());
+    address.type("99");
 
     const QSignalSpy edited(table_.get(), &FixtureTable::edited);
     table_->detach();
@@ -442,7 +440,7 @@ void tst_FixtureTable::aRebuildTakesAnOpenEditorAwayUnread() {
     QCoreApplication::processEvents();
     rig_->add(placement("New", 7, 8, {controlEntry("Dimmer")}));
     table_->attach();
-    QTRY_VERIFY(!editor);
+    QTRY_VERIFY(!address.isOpen());
     QCOMPARE(table_->rowCount(), 1);
     QCOMPARE(cell(0, AddressColumn), QString("8"));
     QCOMPARE(edited.size(), 0);
