@@ -93,3 +93,14 @@ void TestConsole::newCue(const QString& number) {
     QTest::keyClicks(sheet()->findChild<QLineEdit*>(), number);
     QTest::keyClick(sheet(), Qt::Key_Return);
 }
+
+ControlView& fixture(std::size_t row) {
+    return *ControlView::controlViews()->at(row);
+}
+
+void activate(QWidget& window) {
+    window.activateWindow();
+    if (!QTest::qWaitForWindowActive(&window)) {
+        qFatal("a window does not come to the front");
+    }
+}

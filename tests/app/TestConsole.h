@@ -4,6 +4,7 @@
 #include "support/ScratchHome.h"
 #include "window/MainWindow.h"
 
+class ControlView;
 class QDialog;
 
 /// The console as main() makes it, on the files of a scratch home, and what an operator does with it.
@@ -38,3 +39,9 @@ public:
 private:
     AppDelegate delegate_;
 };
+
+/// The view of a fixture, by its row.
+ControlView& fixture(std::size_t row);
+
+/// Brings a window to the front; the test fails hard when it does not come.
+void activate(QWidget& window);

@@ -104,11 +104,6 @@ private:
         console_->start();
         return *console_;
     }
-    void activate(QWidget& window) {
-        window.activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), &window);
-    }
-    static ControlView& fixture(std::size_t index) { return *ControlView::controlViews()->at(index); }
 
     std::unique_ptr<ScratchHome> home_;
     std::unique_ptr<TestConsole> console_;

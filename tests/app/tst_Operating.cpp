@@ -68,16 +68,11 @@ private slots:
     void unchangedLevelsGiveADatagramPerSecond();
 
 private:
-    void activate(QWidget& window) {
-        window.activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), &window);
-    }
     QString title() { return console_->window().cueMenu().title(); }
     QVariantMap storedCues() {
         console_->quit();
         return home_->settings().value().value("cues").toMap();
     }
-    static ControlView& fixture(std::size_t index) { return *ControlView::controlViews()->at(index); }
 
     std::unique_ptr<ScratchHome> home_;
     std::unique_ptr<TestConsole> console_;
