@@ -267,7 +267,7 @@ void tst_Quit::everyWayToQuitKeepsTheLevels() {
     TestConsole& console = start();
     controlNamed("Spot.Dimmer").setValue(200);
     activate(*fixture(1).window());
-    QTimer::singleShot(0, this, [this, &way, &console] {
+    QTimer::singleShot(0, this, [&way, &console] {
         if (way == "close") {
             console.window().close();
         } else if (way == "Ctrl+Q") {
