@@ -6,6 +6,7 @@
 #include "window/MainWindow.h"
 #include "window/Sheets.h"
 
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QPlainTextEdit>
