@@ -1,15 +1,15 @@
 #include "AppDelegate.h"
 
-#include "ProcessActivity.h"
-#include "Resources.h"
 #include "artnet/DMX_Universe.h"
 #include "artnet/Transport.h"
+#include "commands/Resources.h"
 #include "controls/AccessibleFader.h"
 #include "controls/DMXControl.h"
 #include "controls/EditView.h"
 #include "fixtures/ControlView.h"
 #include "fixtures/UndrivenSlots.h"
 #include "plist/Reading.h"
+#include "process/ProcessActivity.h"
 #include "window/AddressField.h"
 #include "window/Sheets.h"
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "ProcessSignals.h"
 #include "Rig.h"
 #include "Ticker.h"
 #include "adding/FixtureCommands.h"
 #include "cues/CueCommands.h"
+#include "process/ProcessSignals.h"
 #include "rigging/Patching.h"
 #include "settings/Destination.h"
 #include "settings/RecoveryFile.h"

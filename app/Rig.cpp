@@ -1,6 +1,6 @@
 #include "Rig.h"
 
-#include "Resources.h"
+#include "commands/Resources.h"
 #include "plist/Reading.h"
 #include "settings/UserDefaults.h"
 

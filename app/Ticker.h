@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Alarm.h"
+#include "process/Alarm.h"
 
 #include <QObject>
 

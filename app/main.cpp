@@ -1,13 +1,13 @@
 #include "AppDelegate.h"
-#include "CheckCommand.h"
-#include "CommandLine.h"
-#include "ConsoleLock.h"
-#include "DesktopIdentity.h"
-#include "DisplayCheck.h"
-#include "HomeFolder.h"
-#include "ProcessSignals.h"
-#include "StartConditions.h"
+#include "commands/CheckCommand.h"
+#include "commands/CommandLine.h"
 #include "plist/WholeFile.h"
+#include "process/ConsoleLock.h"
+#include "process/DesktopIdentity.h"
+#include "process/DisplayCheck.h"
+#include "process/HomeFolder.h"
+#include "process/ProcessSignals.h"
+#include "process/StartConditions.h"
 #include "settings/RecoveryFile.h"
 #include "settings/SettingsFile.h"
 #include "settings/UserDefaults.h"
@@ -56,7 +56,7 @@ int main(int argc, char** argv) {
     }
     std::setlocale(LC_NUMERIC, "C"); // the application object sets the user's, and stored numbers have none
     QApplication::setQuitOnLastWindowClosed(false);
-    const ConsoleLock lock(ConsoleLock::defaultPath());
+    const ConsoleLock lock(ConsoleLock::pathBeside(SettingsFile::defaultPath()));
     if (lock.isHeldElsewhere()) {
         std::printf("%s\n", qUtf8Printable(lock.raiseHolder()));
         return EXIT_SUCCESS;

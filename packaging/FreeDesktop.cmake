@@ -1,5 +1,5 @@
 # The places of the freedesktop.org standards. The application's identifier names its desktop entry, its
-# metainfo and its icon, and the program tells it to the desktop (app/DesktopIdentity).
+# metainfo and its icon, and the program tells it to the desktop (app/process/DesktopIdentity).
 set(id com.ktq.orvaneapplications.faderhall)
 
 install(TARGETS faderhall)

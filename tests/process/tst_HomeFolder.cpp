@@ -1,4 +1,4 @@
-#include "HomeFolder.h"
+#include "process/HomeFolder.h"
 
 #include <QDir>
 #include <QProcess>

@@ -1,4 +1,4 @@
-#include "ConsoleLock.h"
+#include "process/ConsoleLock.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "StartConditions.h"
+#include "process/StartConditions.h"
 
 #include <QByteArray>
 #include <QFile>

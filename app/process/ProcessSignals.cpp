@@ -1,4 +1,4 @@
-#include "ProcessSignals.h"
+#include "process/ProcessSignals.h"
 
 #include <QSocketNotifier>
 

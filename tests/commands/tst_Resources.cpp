@@ -1,4 +1,4 @@
-#include "Resources.h"
+#include "commands/Resources.h"
 
 #include "plist/PropertyList.h"
 

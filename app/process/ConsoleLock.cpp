@@ -1,7 +1,6 @@
-#include "ConsoleLock.h"
+#include "process/ConsoleLock.h"
 
-#include "ProcessSignals.h"
-#include "settings/SettingsFile.h"
+#include "process/ProcessSignals.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -45,8 +44,8 @@ bool ConsoleLock::isJunk() const {
     return !lock_.getLockInfo(&process, &host, &program) && !isHeldOpen(path_);
 }
 
-QString ConsoleLock::defaultPath() {
-    return QFileInfo(SettingsFile::defaultPath()).dir().filePath("Faderhall.lock");
+QString ConsoleLock::pathBeside(const QString& settingsFile) {
+    return QFileInfo(settingsFile).dir().filePath("Faderhall.lock");
 }
 
 QString ConsoleLock::raiseHolder() const {

@@ -9,8 +9,8 @@ class ConsoleLock {
 public:
     explicit ConsoleLock(const QString& path);
 
-    /// The lock of this user's home.
-    static QString defaultPath();
+    /// The lock of the consoles that keep their rig in this settings file.
+    static QString pathBeside(const QString& settingsFile);
 
     /// True when another console runs on the same files.
     bool isHeldElsewhere() const;

@@ -1,10 +1,10 @@
-#include "ImportCommand.h"
+#include "commands/ImportCommand.h"
 
-#include "ConsoleLock.h"
 #include "library/FixtureImport.h"
 #include "plist/DictionaryFile.h"
 #include "plist/PropertyList.h"
 #include "plist/WholeFile.h"
+#include "process/ConsoleLock.h"
 #include "settings/RecoveryFile.h"
 #include "settings/SettingsFile.h"
 
@@ -117,7 +117,7 @@ std::optional<QVariantMap> settingsIn(const DictionaryFile& file, QString& reaso
 QString addTo(const QString& path, const QVariantMap& profiles) {
     std::optional<ConsoleLock> lock;
     if (isOfThisHome(path)) {
-        lock.emplace(ConsoleLock::defaultPath());
+        lock.emplace(ConsoleLock::pathBeside(SettingsFile::defaultPath()));
         if (lock->isHeldElsewhere()) {
             return "a console is running and would write over it when it quits; quit it first";
         }

@@ -1,4 +1,4 @@
-#include "DesktopIdentity.h"
+#include "process/DesktopIdentity.h"
 
 #include <QGuiApplication>
 #include <QIcon>

@@ -1,4 +1,4 @@
-#include "ProcessActivity.h"
+#include "process/ProcessActivity.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

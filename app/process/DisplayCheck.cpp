@@ -1,4 +1,4 @@
-#include "DisplayCheck.h"
+#include "process/DisplayCheck.h"
 
 #include <QtGlobal>
 

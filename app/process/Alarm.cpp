@@ -1,4 +1,4 @@
-#include "Alarm.h"
+#include "process/Alarm.h"
 
 #include "clock/MonotonicClock.h"
 

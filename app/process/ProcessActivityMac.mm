@@ -1,5 +1,5 @@
 // The activity of a Mac's own. Not tried on one yet.
-#include "ProcessActivity.h"
+#include "process/ProcessActivity.h"
 
 #import <Foundation/Foundation.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ImportCommand.h"
+#include "commands/ImportCommand.h"
 
 #include <QString>
 

@@ -1,9 +1,9 @@
-#include "CheckCommand.h"
+#include "commands/CheckCommand.h"
 
-#include "CommandLine.h"
-#include "Resources.h"
 #include "check/FileCheck.h"
 #include "check/RigListing.h"
+#include "commands/CommandLine.h"
+#include "commands/Resources.h"
 #include "settings/SettingsFile.h"
 #include "settings/UserDefaults.h"
 
