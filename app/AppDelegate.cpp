@@ -20,8 +20,6 @@
 
 namespace {
 
-constexpr QLatin1StringView mainWindowTitleKey("mainWindowTitle");
-
 // QApplication::quit() would ask every window to close first, and fixture windows refuse.
 void quit() {
     QCoreApplication::exit();

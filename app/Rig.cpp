@@ -4,14 +4,6 @@
 #include "plist/Reading.h"
 #include "settings/UserDefaults.h"
 
-namespace {
-
-constexpr QLatin1StringView configNameKey("configName");
-constexpr QLatin1StringView unknownConfig("unknown_config");
-constexpr QLatin1StringView stateKeyPrefix("saved_state: ");
-
-} // namespace
-
 Rig::Rig(QString resources, UserDefaults& defaults)
     : resources_(std::move(resources)), defaults_(defaults), settingsFile_(SettingsFile::defaultPath()) {}
 

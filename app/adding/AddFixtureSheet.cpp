@@ -4,6 +4,7 @@
 #include "adding/FixtureChoices.h"
 #include "adding/PlacementForm.h"
 #include "adding/PlacementNote.h"
+#include "fixtures/Placement.h"
 #include "library/FixtureLibrary.h"
 #include "settings/Settings.h"
 
@@ -214,7 +215,7 @@ void AddFixtureSheet::showPlacement() {
     }
     std::vector<PatchedFixture> copies;
     for (const QVariant& placement : placementsOf(order)) {
-        copies.push_back(patchedFixture(placement.toMap(), chosen_.profiles));
+        copies.push_back(patchedFixture(Placement::fromEntry(placement), chosen_.profiles));
     }
     preview_->showControls(copies.front());
     note_->setText(inTheWay.isNull() ? placementNote(order, copies, form_->patch()) : inTheWay);

@@ -1,7 +1,9 @@
 #include "adding/ChosenFixture.h"
 
 #include "adding/FixtureChoices.h"
+#include "adding/FixtureOrder.h"
 #include "adding/ProfileUse.h"
+#include "fixtures/Placement.h"
 #include "library/FixtureImport.h"
 #include "patch/Patch.h"
 #include "settings/Settings.h"
@@ -61,10 +63,7 @@ ChosenFixture chosenFixture(const FixtureChoice& choice, const Profiles& profile
 
 PatchedFixture patched(const ChosenFixture& fixture, const QString& name, int universe, int address,
                        int layer) {
-    return patchedFixture({{"name", name},
-                           {"universe", universe},
-                           {"address", address},
-                           {"layer", layer},
-                           {"profiles", QVariantList{QVariantMap{{"profile", fixture.profile}}}}},
-                          fixture.profiles);
+    const FixtureOrder order{
+        .profile = fixture.profile, .name = name, .universe = universe, .address = address, .layer = layer};
+    return patchedFixture(Placement::fromEntry(placementsOf(order).first()), fixture.profiles);
 }

@@ -1,12 +1,15 @@
 #include "adding/FixtureOrder.h"
 
+#include "controls/ControlDefinition.h"
 #include "controls/Encoding.h"
+#include "fixtures/Placement.h"
 
 #include <QRegularExpression>
 #include <QSet>
 #include <QVariantMap>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -84,11 +87,13 @@ QVariantList placementsOf(const FixtureOrder& order) {
     QVariantList placements;
     qlonglong address = order.address;
     for (const QString& name : copyNames(order.name, order.copies)) {
-        placements.append(QVariantMap{{"name", name},
-                                      {"universe", qlonglong{order.universe}},
-                                      {"address", address},
-                                      {"layer", qlonglong{order.layer}},
-                                      {"profiles", QVariantList{QVariantMap{{"profile", order.profile}}}}});
+        Placement placement;
+        placement.setName(name);
+        placement.setUniverse(order.universe);
+        placement.setAddress(static_cast<int>(std::min<qlonglong>(address, std::numeric_limits<int>::max())));
+        placement.setLayer(order.layer);
+        placement.setProfiles({QVariantMap{{entryKeys::profile, order.profile}}});
+        placements.append(placement.toEntry());
         address += static_cast<qlonglong>(order.slotsEach);
     }
     return placements;

@@ -1,5 +1,7 @@
 #include "adding/ProfileUse.h"
 
+#include "controls/ControlDefinition.h"
+#include "fixtures/Placement.h"
 #include "fixtures/Profiles.h"
 #include "plist/Reading.h"
 #include "settings/Settings.h"
@@ -10,7 +12,7 @@ namespace {
 
 void appendNested(const QVariantList& entries, QStringList& names) {
     for (const QVariant& entry : entries) {
-        if (const QString name = stringValue(mapValue(entry).value("profile")); !name.isNull()) {
+        if (const QString name = stringValue(mapValue(entry).value(entryKeys::profile)); !name.isNull()) {
             names.append(name);
         }
     }
@@ -19,7 +21,7 @@ void appendNested(const QVariantList& entries, QStringList& names) {
 QVariantList entriesOfAll(const QVariantList& placements) {
     QVariantList entries;
     for (const QVariant& placement : placements) {
-        entries += listValue(mapValue(placement).value("profiles"));
+        entries += Placement::fromEntry(placement).profiles();
     }
     return entries;
 }
@@ -43,7 +45,7 @@ QSet<QString> profilesIn(const QVariantList& entries, const Profiles& profiles) 
 QVariantMap profilesToTakeAlong(const QString& profile, const Profiles& profiles, const Settings& settings) {
     const QVariantMap inRig = settings.userProfiles();
     QVariantMap along;
-    for (const QString& name : profilesIn({QVariantMap{{"profile", profile}}}, profiles)) {
+    for (const QString& name : profilesIn({QVariantMap{{entryKeys::profile, profile}}}, profiles)) {
         const QVariant entries = profiles.profile(name);
         if (entries.isValid() && !inRig.contains(name) && !profiles.ships(name)) {
             along.insert(name, entries);

@@ -3,26 +3,25 @@
 #include "artnet/Address.h"
 #include "check/Report.h"
 #include "check/StoredTypes.h"
+#include "fixtures/WindowPlaces.h"
 #include "plist/Reading.h"
+#include "settings/Configurations.h"
+#include "settings/Destination.h"
+#include "settings/SavedPlaces.h"
+#include "settings/SavedState.h"
 
 #include <array>
 
 namespace {
 
-constexpr QLatin1StringView statePrefix("saved_state: ");
-constexpr QLatin1StringView windowPrefix("faderhall_");
-constexpr QLatin1StringView selectionsKey("control_selections");
-constexpr QLatin1StringView addressKey("tx_address");
-
-constexpr std::array fields = {StoredField{QLatin1StringView("configName"), StoredType::Text},
-                               StoredField{QLatin1StringView("mainWindowTitle"), StoredType::Text},
-                               StoredField{addressKey, StoredType::Text},
-                               StoredField{selectionsKey, StoredType::List}};
+constexpr std::array fields = {
+    StoredField{configNameKey, StoredType::Text}, StoredField{mainWindowTitleKey, StoredType::Text},
+    StoredField{destinationKey, StoredType::Text}, StoredField{controlSelectionsKey, StoredType::List}};
 
 void checkAddress(const QVariantMap& defaults, Report& report) {
-    const QString address = stringValue(defaults.value(addressKey));
+    const QString address = stringValue(defaults.value(destinationKey));
     if (!address.isNull() && !parseAddress(address.toStdString())) {
-        report.add({}, QString("'%1' is %2, which will be refused").arg(addressKey, quoted(address)),
+        report.add({}, QString("'%1' is %2, which will be refused").arg(destinationKey, quoted(address)),
                    "make it four numbers from 0 to 255 with points between them");
     }
 }
@@ -53,11 +52,11 @@ void checkLevels(const QString& key, const QVariant& levels, const FaderKeys& ke
 void checkDefaults(const QVariantMap& defaults, const QMap<QString, FaderKeys>& keys, Report& report) {
     checkFields(defaults, fields, {}, report);
     checkAddress(defaults, report);
-    checkElements(StoredType::Text, defaults.value(selectionsKey), selectionsKey, report);
+    checkElements(StoredType::Text, defaults.value(controlSelectionsKey), controlSelectionsKey, report);
     for (auto value = defaults.begin(); value != defaults.end(); ++value) {
-        if (value.key().startsWith(statePrefix)) {
-            checkLevels(value.key(), *value, keys.value(value.key().sliced(statePrefix.size())), report);
-        } else if (value.key().startsWith(windowPrefix)) {
+        if (value.key().startsWith(stateKeyPrefix)) {
+            checkLevels(value.key(), *value, keys.value(value.key().sliced(stateKeyPrefix.size())), report);
+        } else if (value.key().startsWith(autosavenamePrefix)) {
             checkWindow(value.key(), *value, report);
         }
     }

@@ -6,14 +6,11 @@
 #include "check/RigFile.h"
 #include "check/StoredTypes.h"
 #include "plist/Reading.h"
+#include "settings/Configurations.h"
 
 #include <QDir>
 
 namespace {
-
-constexpr QLatin1StringView defaultKey("_default_configuration");
-constexpr QLatin1StringView configNameKey("configName");
-constexpr QLatin1StringView unknownConfig("unknown_config");
 
 class FileCheck {
 public:
@@ -73,7 +70,7 @@ private:
         }
         if (isRead(file, path, report)) {
             QVariantMap table = *file.dictionary;
-            if (const QVariant name = table.take(defaultKey); name.isValid()) {
+            if (const QVariant name = table.take(defaultConfigurationKey); name.isValid()) {
                 checkDefaultName(name, table, report);
             }
             for (auto rig = table.begin(); rig != table.end(); ++rig) {
@@ -84,9 +81,10 @@ private:
     }
 
     static void checkDefaultName(const QVariant& name, const QVariantMap& table, Report& report) {
-        checkType(StoredType::Text, name, defaultKey, {}, report);
+        checkType(StoredType::Text, name, defaultConfigurationKey, {}, report);
         if (const QString text = stringValue(name); !text.isNull() && !table.contains(text)) {
-            report.add({}, QString("'%1' is %2, which does not exist").arg(defaultKey, quoted(text)),
+            report.add({},
+                       QString("'%1' is %2, which does not exist").arg(defaultConfigurationKey, quoted(text)),
                        "make it the name of a configuration");
         }
     }

@@ -3,6 +3,7 @@
 #include "check/ProfileLoops.h"
 #include "check/Report.h"
 #include "check/StoredTypes.h"
+#include "controls/ControlDefinition.h"
 #include "plist/Reading.h"
 
 #include <QSet>
@@ -13,21 +14,19 @@
 
 namespace {
 
-constexpr std::array nestedFields = {StoredField{QLatin1StringView("profile"), StoredType::Text},
-                                     StoredField{QLatin1StringView("name"), StoredType::Text}};
+constexpr std::array nestedFields = {StoredField{entryKeys::profile, StoredType::Text},
+                                     StoredField{entryKeys::name, StoredType::Text}};
 
-constexpr std::array controlFields = {StoredField{QLatin1StringView("name"), StoredType::Text},
-                                      StoredField{QLatin1StringView("channels"), StoredType::Integer, 1, 2},
-                                      StoredField{QLatin1StringView("header"), StoredType::Flag},
-                                      StoredField{QLatin1StringView("newlayer"), StoredType::Flag},
-                                      StoredField{QLatin1StringView("label"), StoredType::Text},
-                                      StoredField{QLatin1StringView("blank"), StoredType::Integer, 0}};
-
-constexpr QLatin1StringView defaultKey("default");
+constexpr std::array controlFields = {StoredField{entryKeys::name, StoredType::Text},
+                                      StoredField{entryKeys::channels, StoredType::Integer, 1, 2},
+                                      StoredField{entryKeys::header, StoredType::Flag},
+                                      StoredField{entryKeys::newlayer, StoredType::Flag},
+                                      StoredField{entryKeys::label, StoredType::Text},
+                                      StoredField{entryKeys::blank, StoredType::Integer, 0}};
 
 void checkNested(const QVariantMap& entry, const KnownProfiles& known, const QString& place, Report& report) {
     checkFields(entry, nestedFields, place, report);
-    const QString profile = stringValue(entry.value("profile"));
+    const QString profile = stringValue(entry.value(entryKeys::profile));
     if (known && !profile.isNull() && !known->contains(profile)) {
         report.add(place, QString("there is no profile %1").arg(quoted(profile)),
                    "add that profile or correct the name");
@@ -36,8 +35,8 @@ void checkNested(const QVariantMap& entry, const KnownProfiles& known, const QSt
 
 void checkControl(const QVariantMap& entry, const QString& place, Report& report) {
     checkFields(entry, controlFields, place, report);
-    const std::int64_t max = integerValue(entry.value("channels")) == 2 ? 65535 : 255;
-    const StoredField rest{defaultKey, StoredType::Integer, 0, max};
+    const std::int64_t max = integerValue(entry.value(entryKeys::channels)) == 2 ? 65535 : 255;
+    const StoredField rest{entryKeys::defaultValue, StoredType::Integer, 0, max};
     checkFields(entry, {&rest, 1}, place, report);
 }
 
@@ -47,7 +46,7 @@ void checkEntry(const QVariant& value, const KnownProfiles& known, const QString
         return;
     }
     const QVariantMap entry = value.toMap();
-    if (entry.contains("profile")) {
+    if (entry.contains(entryKeys::profile)) {
         checkNested(entry, known, place, report);
     } else {
         checkControl(entry, place, report);

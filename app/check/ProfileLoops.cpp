@@ -1,5 +1,6 @@
 #include "check/ProfileLoops.h"
 
+#include "controls/ControlDefinition.h"
 #include "plist/Reading.h"
 
 #include <QSet>
@@ -42,7 +43,7 @@ private:
             return;
         }
         const QVariantMap entry = mapValue(entries_.back().at(last.entry));
-        const QString nested = stringValue(entry.value("profile"));
+        const QString nested = stringValue(entry.value(entryKeys::profile));
         if (onPath_.contains(nested)) {
             note(nested);
         } else if (table_.contains(nested) && !done_.contains(nested)) {

@@ -4,28 +4,30 @@
 #include "check/Report.h"
 #include "check/StoredTypes.h"
 #include "cues/CueStore.h"
+#include "fixtures/Placement.h"
 #include "fixtures/Profiles.h"
 #include "patch/Patch.h"
 #include "plist/Reading.h"
+#include "settings/LevelRecord.h"
 #include "settings/Settings.h"
 
 #include <array>
 
 namespace {
 
-constexpr std::array rigFields = {StoredField{QLatin1StringView("views"), StoredType::List},
-                                  StoredField{QLatin1StringView("profiles"), StoredType::Dictionary},
-                                  StoredField{QLatin1StringView("cues"), StoredType::Dictionary}};
+constexpr std::array rigFields = {StoredField{rigKeys::views, StoredType::List},
+                                  StoredField{rigKeys::profiles, StoredType::Dictionary},
+                                  StoredField{rigKeys::cues, StoredType::Dictionary}};
 
-constexpr std::array placementFields = {StoredField{QLatin1StringView("name"), StoredType::Text},
-                                        StoredField{QLatin1StringView("universe"), StoredType::Integer},
-                                        StoredField{QLatin1StringView("address"), StoredType::Integer},
-                                        StoredField{QLatin1StringView("layer"), StoredType::Integer},
-                                        StoredField{QLatin1StringView("profiles"), StoredType::List}};
+constexpr std::array placementFields = {StoredField{placementKeys::name, StoredType::Text},
+                                        StoredField{placementKeys::universe, StoredType::Integer},
+                                        StoredField{placementKeys::address, StoredType::Integer},
+                                        StoredField{placementKeys::layer, StoredType::Integer},
+                                        StoredField{placementKeys::profiles, StoredType::List}};
 
-constexpr std::array recordFields = {StoredField{QLatin1StringView("key"), StoredType::Text},
-                                     StoredField{QLatin1StringView("value"), StoredType::Integer},
-                                     StoredField{QLatin1StringView("time"), StoredType::Number}};
+constexpr std::array recordFields = {StoredField{recordKeys::key, StoredType::Text},
+                                     StoredField{recordKeys::value, StoredType::Integer},
+                                     StoredField{recordKeys::time, StoredType::Number}};
 
 KnownProfiles knownProfiles(const KnownProfiles& table, const QVariantMap& own) {
     KnownProfiles known = table;
@@ -43,11 +45,11 @@ void checkPlacement(const QVariant& value, const KnownProfiles& known, const QSt
     }
     const QVariantMap placement = value.toMap();
     checkFields(placement, placementFields, place, report);
-    checkEntries(listValue(placement.value("profiles")), known, place, report);
+    checkEntries(Placement::fromEntry(placement).profiles(), known, place, report);
 }
 
 bool isCueWithoutData(const QVariant& entry) {
-    return stringValue(entry) == "cue data goes here";
+    return stringValue(entry) == cuePlaceholder;
 }
 
 void checkCue(const QVariant& entry, const FaderKeys& keys, const QString& place, Report& report) {
@@ -115,7 +117,7 @@ void RigCheck::checkOwnProfiles(const QVariantMap& own, const KnownProfiles& kno
 FaderKeys RigCheck::checkFixtures(const QVariantList& placements, const KnownProfiles& known,
                                   const QString& place, Report& report) {
     for (qsizetype i = 0; i < placements.size(); ++i) {
-        const QString name = stringValue(mapValue(placements[i]).value("name"));
+        const QString name = Placement::fromEntry(placements[i]).name();
         checkPlacement(placements[i], known, place + fixtureAt(static_cast<std::size_t>(i), name), report);
     }
     if (!known || !hasRoomFor(largestRig)) {
@@ -141,7 +143,7 @@ void checkRecords(const QVariantList& records, const FaderKeys& keys, const QStr
         }
         const QVariantMap record = records[i].toMap();
         checkFields(record, recordFields, where, report);
-        const QVariant key = record.value("key");
+        const QVariant key = record.value(recordKeys::key);
         if (!key.isValid()) {
             report.add(where, "has no 'key' and moves nothing", "add the key of a fader");
         } else if (keys && key.typeId() == QMetaType::QString && !keys->contains(key.toString())) {

@@ -3,8 +3,10 @@
 #include "check/FileCheck.h"
 #include "check/Report.h"
 #include "check/RigFile.h"
+#include "controls/ControlDefinition.h"
 #include "cues/CueRecords.h"
 #include "cues/CueStore.h"
+#include "fixtures/Placement.h"
 #include "fixtures/Profiles.h"
 #include "patch/Patch.h"
 #include "plist/Reading.h"
@@ -32,17 +34,17 @@ QString slotsOf(const PatchedFixture& fixture) {
                       : QString("%1-%2").arg(address).arg(address + static_cast<std::int64_t>(count) - 1);
 }
 
-QString profilesOf(const QVariantMap& placement) {
+QString profilesOf(const Placement& placement) {
     QStringList names;
-    for (const QVariant& entry : listValue(placement.value("profiles"))) {
-        const QString profile = stringValue(mapValue(entry).value("profile"));
+    for (const QVariant& entry : placement.profiles()) {
+        const QString profile = stringValue(mapValue(entry).value(entryKeys::profile));
         names.append(profile.isNull() ? QString("(own faders)") : profile);
     }
     names.removeDuplicates();
     return shownName(names.join(", "));
 }
 
-Row fixtureRow(const PatchedFixture& fixture, const QVariantMap& placement) {
+Row fixtureRow(const PatchedFixture& fixture, const Placement& placement) {
     const auto faders =
         std::ranges::count_if(fixture.controls, [](const PatchedControl& control) { return !control.dummy; });
     return {shownName(fixture.name),
@@ -58,7 +60,7 @@ std::vector<Row> fixtureRows(const QVariantList& placements, const Profiles& pro
     ExpansionSize left = largestRig;
     const std::vector<PatchedFixture> patch = patchedFixtures(placements, profiles, left);
     for (std::size_t i = 0; i < patch.size(); ++i) {
-        rows.push_back(fixtureRow(patch[i], mapValue(placements.at(static_cast<qsizetype>(i)))));
+        rows.push_back(fixtureRow(patch[i], Placement::fromEntry(placements.at(static_cast<qsizetype>(i)))));
     }
     return rows;
 }

@@ -6,6 +6,7 @@
 #include "plist/WholeFile.h"
 #include "process/ConsoleLock.h"
 #include "settings/RecoveryFile.h"
+#include "settings/Settings.h"
 #include "settings/SettingsFile.h"
 
 #include <QFileInfo>
@@ -15,8 +16,6 @@
 #include <cstdlib>
 
 namespace {
-
-constexpr QLatin1StringView profilesKey("profiles");
 
 void say(const QString& line) {
     std::fprintf(stderr, "%s\n", qUtf8Printable(line));
@@ -82,7 +81,7 @@ private:
 };
 
 bool print(const QVariantMap& profiles) {
-    const QByteArray list = writeXmlPropertyList(QVariantMap{{profilesKey, profiles}});
+    const QByteArray list = writeXmlPropertyList(QVariantMap{{rigKeys::profiles, profiles}});
     return std::fwrite(list.constData(), 1, static_cast<std::size_t>(list.size()), stdout) ==
                static_cast<std::size_t>(list.size()) &&
            std::fflush(stdout) == 0;
@@ -106,7 +105,7 @@ std::optional<QVariantMap> settingsIn(const DictionaryFile& file, QString& reaso
     std::optional<QVariantMap> settings = file.read();
     if (!settings) {
         reason = "it is no property list of settings, and is left as it is";
-    } else if (settings->value(profilesKey, QVariantMap()).typeId() != QMetaType::QVariantMap) {
+    } else if (settings->value(rigKeys::profiles, QVariantMap()).typeId() != QMetaType::QVariantMap) {
         reason = "its profiles are no dictionary, and it is left as it is";
         return std::nullopt;
     }
@@ -133,14 +132,14 @@ QString addTo(const QString& path, const QVariantMap& profiles) {
     if (!settings) {
         return reason;
     }
-    QVariantMap all = settings->value(profilesKey).toMap();
+    QVariantMap all = settings->value(rigKeys::profiles).toMap();
     for (auto profile = profiles.begin(); profile != profiles.end(); ++profile) {
         if (all.contains(profile.key()) && all.value(profile.key()) != profile.value()) {
             say(QString("The profile '%1' replaces another one of that name").arg(profile.key()));
         }
         all.insert(profile.key(), profile.value());
     }
-    settings->insert(profilesKey, all);
+    settings->insert(rigKeys::profiles, all);
     return file.write(*settings) ? QString() : QString("it cannot be written");
 }
 

@@ -4,23 +4,23 @@
 
 ControlDefinition ControlDefinition::fromEntry(const QVariantMap& entry) {
     ControlDefinition definition;
-    definition.name = stringValue(entry.value("name"));
-    definition.defaultValue = unsignedValue(entry.value("default"));
-    definition.header = booleanValue(entry.value("header"));
-    definition.newlayer = booleanValue(entry.value("newlayer"));
-    if (integerValue(entry.value("channels")) == 2) {
+    definition.name = stringValue(entry.value(entryKeys::name));
+    definition.defaultValue = unsignedValue(entry.value(entryKeys::defaultValue));
+    definition.header = booleanValue(entry.value(entryKeys::header));
+    definition.newlayer = booleanValue(entry.value(entryKeys::newlayer));
+    if (integerValue(entry.value(entryKeys::channels)) == 2) {
         definition.channels = 2;
         definition.max = 65535;
     }
-    if (entry.contains("blank")) {
-        definition.channels = unsignedValue(entry.value("blank"));
+    if (entry.contains(entryKeys::blank)) {
+        definition.channels = unsignedValue(entry.value(entryKeys::blank));
         definition.hide = true;
         definition.dummy = true;
     }
-    if (entry.contains("label")) {
+    if (entry.contains(entryKeys::label)) {
         definition.channels = 0;
         definition.dummy = true;
-        definition.name = stringValue(entry.value("label"));
+        definition.name = stringValue(entry.value(entryKeys::label));
     }
     return definition;
 }

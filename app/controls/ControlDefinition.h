@@ -1,10 +1,24 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 #include <QVariantMap>
 
 #include <cstdint>
 #include <optional>
+
+/// Under what the parts of a profile's entry stand. One with "profile" puts in the entries of another profile
+/// and is none of a control.
+namespace entryKeys {
+inline constexpr QLatin1StringView name("name");
+inline constexpr QLatin1StringView defaultValue("default");
+inline constexpr QLatin1StringView channels("channels");
+inline constexpr QLatin1StringView header("header");
+inline constexpr QLatin1StringView newlayer("newlayer");
+inline constexpr QLatin1StringView blank("blank");
+inline constexpr QLatin1StringView label("label");
+inline constexpr QLatin1StringView profile("profile");
+} // namespace entryKeys
 
 /// What a profile says about one control. A key that is missing or of another type reads as absent, zero
 /// or false.

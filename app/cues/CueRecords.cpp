@@ -1,6 +1,7 @@
 #include "cues/CueRecords.h"
 
 #include "plist/Reading.h"
+#include "settings/LevelRecord.h"
 
 #include <QVariantList>
 #include <QVariantMap>
@@ -12,20 +13,16 @@
 
 namespace {
 
-constexpr QLatin1StringView keyKey("key");
-constexpr QLatin1StringView valueKey("value");
-constexpr QLatin1StringView timeKey("time");
-
 // The entries are walked instead of looked up: a lookup compares texts several times over, and a cue may have
 // a record for each control of the rig.
 CueRecord recordOf(const QVariantMap& entries) {
     CueRecord record;
     for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry) {
-        if (entry.key() == keyKey) {
+        if (entry.key() == recordKeys::key) {
             record.key = stringValue(entry.value());
-        } else if (entry.key() == valueKey) {
+        } else if (entry.key() == recordKeys::value) {
             record.value = static_cast<std::uint32_t>(integerValue(entry.value()));
-        } else if (entry.key() == timeKey) {
+        } else if (entry.key() == recordKeys::time) {
             record.time = floatValue(entry.value());
         }
     }
@@ -33,9 +30,9 @@ CueRecord recordOf(const QVariantMap& entries) {
 }
 
 QVariantMap dictionaryOf(const CueRecord& record) {
-    static const QString key = keyKey;
-    static const QString value = valueKey;
-    static const QString time = timeKey;
+    static const QString key = recordKeys::key;
+    static const QString value = recordKeys::value;
+    static const QString time = recordKeys::time;
     return {{key, record.key},
             {value, qlonglong{static_cast<std::int32_t>(record.value)}},
             {time, double{record.time}}};
@@ -64,10 +61,10 @@ bool isFloat(const QVariant& value) {
 }
 
 bool isPlainEntry(const QString& key, const QVariant& value) {
-    if (key == keyKey) {
+    if (key == recordKeys::key) {
         return value.typeId() == QMetaType::QString;
     }
-    return key == valueKey ? isInteger32(value) : key == timeKey && isFloat(value);
+    return key == recordKeys::value ? isInteger32(value) : key == recordKeys::time && isFloat(value);
 }
 
 // Whether a CueRecord says all that there is.

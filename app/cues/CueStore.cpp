@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr QLatin1StringView placeholder("cue data goes here");
-
 // At its default and without a fade time a control rests, and executing a cue brings it to rest.
 bool isAtRest(const DMXControl& control) {
     return !control.notDefault() && control.time() == 0;
@@ -84,7 +82,7 @@ QVariant CueStore::entry(const QString& number) const {
 
 void CueStore::create(const QString& number) {
     settings_.createCues();
-    settings_.setCue(number, QString(placeholder));
+    settings_.setCue(number, QString(cuePlaceholder));
 }
 
 void CueStore::store(const QString& number) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -7,6 +8,9 @@
 #include <optional>
 
 class Settings;
+
+/// What stands in the place of its records in a cue that was never stored.
+inline constexpr QLatin1StringView cuePlaceholder("cue data goes here");
 
 /// The cues of the present rig: numbered records of every control that is not at rest. They live in the
 /// settings and go with them.

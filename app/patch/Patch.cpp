@@ -5,9 +5,9 @@
 #include "controls/Encoding.h"
 #include "fixtures/ControlView.h"
 #include "fixtures/NameStack.h"
+#include "fixtures/Placement.h"
 #include "fixtures/Profiles.h"
 #include "fixtures/ViewLayout.h"
-#include "plist/Reading.h"
 
 #include <algorithm>
 
@@ -41,17 +41,17 @@ PatchedControl controlFrom(const QVariantMap& entry, NameStack& names) {
             .dummy = definition.dummy};
 }
 
-Expanded expanded(const QVariantMap& placement, const Profiles& profiles, ExpansionSize limit) {
+Expanded expanded(const Placement& placement, const Profiles& profiles, ExpansionSize limit) {
     Expanded result;
     PatchedFixture& fixture = result.fixture;
-    fixture.name = stringValue(placement.value("name"));
-    fixture.universe = integerValue(placement.value("universe"));
-    fixture.address = unsignedValue(placement.value("address"));
+    fixture.name = placement.name();
+    fixture.universe = placement.universe();
+    fixture.address = placement.address();
     NameStack names;
     names.startWith(fixture.name);
-    names.setLayerNum(unsignedValue(placement.value("layer")));
+    names.setLayerNum(placement.layer());
     result.size = expandProfile(
-        listValue(placement.value("profiles")), profiles, names,
+        placement.profiles(), profiles, names,
         [&](const QVariantMap& entry) { fixture.controls.push_back(controlFrom(entry, names)); }, limit,
         [&](const ExpansionFault& fault) {
             fixture.complete = fixture.complete && fault.kind != ExpansionFault::TooLarge;
@@ -74,7 +74,7 @@ std::uint64_t PatchedFixture::slotCount() const {
     return count;
 }
 
-PatchedFixture patchedFixture(const QVariantMap& placement, const Profiles& profiles, ExpansionSize limit) {
+PatchedFixture patchedFixture(const Placement& placement, const Profiles& profiles, ExpansionSize limit) {
     return expanded(placement, profiles, limit).fixture;
 }
 
@@ -83,7 +83,7 @@ std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, cons
     std::vector<PatchedFixture> patch;
     patch.reserve(static_cast<std::size_t>(placements.size()));
     for (const QVariant& placement : placements) {
-        auto [fixture, size] = expanded(mapValue(placement), profiles,
+        auto [fixture, size] = expanded(Placement::fromEntry(placement), profiles,
                                         {.entries = std::min(left.entries, largestFixture.entries),
                                          .characters = std::min(left.characters, largestFixture.characters)});
         left.entries -= size.entries;

@@ -4,12 +4,12 @@
 
 #include <QString>
 #include <QVariantList>
-#include <QVariantMap>
 
 #include <cstdint>
 #include <vector>
 
 class ControlView;
+class Placement;
 class Profiles;
 
 /// A control as it is patched: the slots that it takes, counted from 0; they may lie past the universe.
@@ -39,7 +39,7 @@ struct PatchedFixture {
 };
 
 /// What the placement comes to, which is what a view made from it comes to. Makes no view, prints nothing.
-PatchedFixture patchedFixture(const QVariantMap& placement, const Profiles& profiles,
+PatchedFixture patchedFixture(const Placement& placement, const Profiles& profiles,
                               ExpansionSize limit = largestFixture);
 /// The same for one placement after the other, all together within `left`, off which is taken what they use.
 std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, const Profiles& profiles,

@@ -60,17 +60,19 @@ std::vector<KeptFixture> PatchEditor::takeFixtures(std::size_t row, std::size_t 
 }
 
 bool PatchEditor::setNumber(std::size_t row, PlacementNumber number, int value) {
-    const bool isUniverse = number == PlacementNumber::Universe;
-    if (row >= ControlView::count() ||
-        !settings_.setPlacement(static_cast<qsizetype>(row), isUniverse ? "universe" : "address", value)) {
+    std::optional<Placement> placement = settings_.placement(static_cast<qsizetype>(row));
+    if (row >= ControlView::count() || !placement) {
         return false;
     }
     ControlView& view = *ControlView::controlViews()->at(row);
-    if (isUniverse) {
+    if (number == PlacementNumber::Universe) {
+        placement->setUniverse(value);
         view.setUniverse(static_cast<std::uint32_t>(value));
     } else {
+        placement->setAddress(value);
         view.setAddress(static_cast<std::uint32_t>(value));
     }
+    settings_.setPlacement(static_cast<qsizetype>(row), *placement);
     view.rescanControls();
     emit fixtureMoved(static_cast<int>(row), number);
     return true;

@@ -1,7 +1,7 @@
 #include "rigging/Patching.h"
 
 #include "fixtures/ControlView.h"
-#include "plist/Reading.h"
+#include "fixtures/Placement.h"
 #include "rigging/AddFixtures.h"
 #include "rigging/MoveFixture.h"
 #include "rigging/RemoveFixtures.h"
@@ -47,7 +47,7 @@ void Patching::addFixtures(const NewFixtures& fixtures) {
     for (const QVariant& placement : fixtures.placements) {
         kept.push_back({.placement = placement, .levels = {}, .selected = {}, .windowPlace = {}});
     }
-    const QString name = stringValue(mapValue(fixtures.placements.first()).value("name"));
+    const QString name = Placement::fromEntry(fixtures.placements.first()).name();
     history_.push(new AddFixtures(editor_, stepText("Add", fixtures.placements.size(), name), std::move(kept),
                                   newProfiles(fixtures.profiles))); // which the history owns
 }

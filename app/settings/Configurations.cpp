@@ -1,6 +1,8 @@
 #include "settings/Configurations.h"
 
+#include "fixtures/Placement.h"
 #include "plist/Reading.h"
+#include "settings/Settings.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -8,18 +10,17 @@
 
 namespace {
 
-constexpr QLatin1StringView defaultKey("_default_configuration");
-
-qlonglong shifted(int universe, int offset) {
+int shifted(int universe, int offset) {
     using Limits = std::numeric_limits<std::int32_t>;
-    return std::clamp<std::int64_t>(std::int64_t{universe} + offset, Limits::min(), Limits::max());
+    return static_cast<int>(
+        std::clamp<std::int64_t>(std::int64_t{universe} + offset, Limits::min(), Limits::max()));
 }
 
 } // namespace
 
 Configurations::Configurations(const std::optional<QVariantMap>& table)
     : configurations_(table.value_or(QVariantMap())),
-      defaultName_(stringValue(configurations_.take(defaultKey))) {}
+      defaultName_(stringValue(configurations_.take(defaultConfigurationKey))) {}
 
 std::optional<QVariantMap> Configurations::configuration(const QString& name) const {
     const QVariant found = configurations_.value(name);
@@ -32,15 +33,15 @@ std::optional<QVariantMap> Configurations::shiftedConfiguration(const QString& n
     if (!copy) {
         return {};
     }
-    QVariantList views = listValue(copy->value("views"));
+    QVariantList views = listValue(copy->value(rigKeys::views));
     for (QVariant& view : views) {
         if (view.typeId() != QMetaType::QVariantMap) {
             continue;
         }
-        QVariantMap placement = view.toMap();
-        placement.insert("universe", shifted(integerValue(placement.value("universe")), universeOffset));
-        view = placement;
+        Placement placement = Placement::fromEntry(view);
+        placement.setUniverse(shifted(placement.universe(), universeOffset));
+        view = placement.toEntry();
     }
-    copy->insert("views", views);
+    copy->insert(rigKeys::views, views);
     return copy;
 }

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr QLatin1StringView addressKey("tx_address");
 constexpr QLatin1StringView thisMachine("127.0.0.1");
 
 } // namespace
@@ -18,9 +17,9 @@ void Destination::setIPAddress(const QString& dotted) {
         return;
     }
     tx_address_ = *address;
-    defaults_.setObject(QString::fromStdString(printAddress(*address)), addressKey);
+    defaults_.setObject(QString::fromStdString(printAddress(*address)), destinationKey);
 }
 
 QString Destination::text() const {
-    return stringValue(defaults_.objectForKey(addressKey));
+    return stringValue(defaults_.objectForKey(destinationKey));
 }

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 
 #include <cstdint>
 
 class UserDefaults;
+
+/// In the user defaults, the address that was last accepted, as text.
+inline constexpr QLatin1StringView destinationKey("tx_address");
 
 /// Where the datagrams go: one IPv4 address, kept in the user defaults.
 class Destination {

@@ -4,6 +4,9 @@
 
 class UserDefaults;
 
+/// In the user defaults, the title of the window that was in front at the end.
+inline constexpr QLatin1StringView mainWindowTitleKey("mainWindowTitle");
+
 /// The places of windows, kept in the user defaults under the windows' autosave names.
 class SavedPlaces : public WindowPlaces {
 public:

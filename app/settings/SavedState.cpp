@@ -3,6 +3,7 @@
 #include "controls/DMXControl.h"
 #include "fixtures/ControlView.h"
 #include "plist/Reading.h"
+#include "settings/LevelRecord.h"
 #include "settings/UserDefaults.h"
 
 #include <QVariantMap>
@@ -11,10 +12,10 @@
 
 namespace {
 
-constexpr QLatin1StringView selectionsKey("control_selections");
-
 QVariantMap levelRecord(const QString& key, std::uint32_t value) {
-    return {{"key", key}, {"value", qlonglong{static_cast<std::int32_t>(value)}}, {"time", qlonglong{0}}};
+    return {{recordKeys::key, key},
+            {recordKeys::value, qlonglong{static_cast<std::int32_t>(value)}},
+            {recordKeys::time, qlonglong{0}}};
 }
 
 // Each registered control's key; no control stands under two.
@@ -41,7 +42,8 @@ void SavedState::saveState(const QString& stateKey) {
 void SavedState::restoreState(const QString& stateKey) const {
     for (const QVariant& saved : listValue(defaults_.objectForKey(stateKey))) {
         const QVariantMap record = mapValue(saved);
-        DMXControl::setControl(stringValue(record.value("key")), record.value("value"), record.value("time"));
+        DMXControl::setControl(stringValue(record.value(recordKeys::key)), record.value(recordKeys::value),
+                               record.value(recordKeys::time));
     }
 }
 
@@ -54,12 +56,12 @@ void SavedState::saveControlSelections() {
             selections.append(found == keys.end() ? QString("") : found->second);
         }
     }
-    defaults_.setObject(selections, selectionsKey);
+    defaults_.setObject(selections, controlSelectionsKey);
 }
 
 void SavedState::restoreControlSelections() const {
     const auto* views = ControlView::controlViews();
-    const QVariantList selections = listValue(defaults_.objectForKey(selectionsKey));
+    const QVariantList selections = listValue(defaults_.objectForKey(controlSelectionsKey));
     const auto& registry = DMXControl::controlsByName();
     for (std::size_t i = 0; views && i < views->size() && i < static_cast<std::size_t>(selections.size());
          ++i) {

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QString>
 
 class UserDefaults;
+
+/// In the user defaults, the selected control of each window.
+inline constexpr QLatin1StringView controlSelectionsKey("control_selections");
 
 /// What of a run is there again at the next start: the levels away from their defaults, for each
 /// configuration, and the control that was selected in each fixture window.

@@ -6,10 +6,6 @@
 
 namespace {
 
-constexpr QLatin1StringView viewsKey("views");
-constexpr QLatin1StringView profilesKey("profiles");
-constexpr QLatin1StringView cuesKey("cues");
-
 // Takes the value out, so that it is changed in place and not in a copy.
 template <typename Change>
 void changeMap(QVariantMap& dictionary, const QString& key, Change change) {
@@ -21,19 +17,19 @@ void changeMap(QVariantMap& dictionary, const QString& key, Change change) {
 } // namespace
 
 QVariantList Settings::views() const {
-    return dictionary_ ? listValue(dictionary_->value(viewsKey)) : QVariantList();
+    return dictionary_ ? listValue(dictionary_->value(rigKeys::views)) : QVariantList();
 }
 
-bool Settings::setPlacement(qsizetype index, const QString& key, int value) {
+std::optional<Placement> Settings::placement(qsizetype index) const {
+    const QVariant entry = views().value(index);
+    return entry.typeId() == QMetaType::QVariantMap ? std::optional(Placement::fromEntry(entry))
+                                                    : std::nullopt;
+}
+
+void Settings::setPlacement(qsizetype index, const Placement& placement) {
     QVariantList placements = views();
-    if (index < 0 || index >= placements.size() || placements.at(index).typeId() != QMetaType::QVariantMap) {
-        return false;
-    }
-    QVariantMap placement = placements.at(index).toMap();
-    placement.insert(key, static_cast<qlonglong>(value));
-    placements[index] = placement;
-    dictionary_->insert(viewsKey, placements);
-    return true;
+    placements[index] = placement.toEntry();
+    setViews(placements);
 }
 
 void Settings::insertPlacements(qsizetype index, const QVariantList& placements) {
@@ -52,11 +48,11 @@ void Settings::setViews(const QVariantList& placements) {
     if (!dictionary_) {
         dictionary_.emplace();
     }
-    dictionary_->insert(viewsKey, placements);
+    dictionary_->insert(rigKeys::views, placements);
 }
 
 QVariantMap Settings::userProfiles() const {
-    return dictionary_ ? mapValue(dictionary_->value(profilesKey)) : QVariantMap();
+    return dictionary_ ? mapValue(dictionary_->value(rigKeys::profiles)) : QVariantMap();
 }
 
 void Settings::setUserProfile(const QString& name, const QVariant& profile) {
@@ -69,31 +65,31 @@ void Settings::setUserProfile(const QString& name, const QVariant& profile) {
     if (!dictionary_) {
         dictionary_.emplace();
     }
-    dictionary_->insert(profilesKey, profiles);
+    dictionary_->insert(rigKeys::profiles, profiles);
 }
 
 QVariantMap Settings::cues() const {
-    return dictionary_ ? mapValue(dictionary_->value(cuesKey)) : QVariantMap();
+    return dictionary_ ? mapValue(dictionary_->value(rigKeys::cues)) : QVariantMap();
 }
 
 bool Settings::hasCues() const {
-    return dictionary_ && dictionary_->value(cuesKey).typeId() == QMetaType::QVariantMap;
+    return dictionary_ && dictionary_->value(rigKeys::cues).typeId() == QMetaType::QVariantMap;
 }
 
 void Settings::createCues() {
     if (dictionary_ && !hasCues()) {
-        dictionary_->insert(cuesKey, QVariantMap());
+        dictionary_->insert(rigKeys::cues, QVariantMap());
     }
 }
 
 void Settings::setCue(const QString& number, const QVariant& entry) {
     if (hasCues()) {
-        changeMap(*dictionary_, cuesKey, [&](QVariantMap& cues) { cues.insert(number, entry); });
+        changeMap(*dictionary_, rigKeys::cues, [&](QVariantMap& cues) { cues.insert(number, entry); });
     }
 }
 
 void Settings::removeCue(const QString& number) {
     if (hasCues()) {
-        changeMap(*dictionary_, cuesKey, [&](QVariantMap& cues) { cues.remove(number); });
+        changeMap(*dictionary_, rigKeys::cues, [&](QVariantMap& cues) { cues.remove(number); });
     }
 }

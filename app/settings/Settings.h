@@ -1,9 +1,19 @@
 #pragma once
 
+#include "fixtures/Placement.h"
+
+#include <QLatin1StringView>
 #include <QString>
 #include <QVariantMap>
 
 #include <optional>
+
+/// Under what the parts of a rig stand, in the settings and in a configuration.
+namespace rigKeys {
+inline constexpr QLatin1StringView views("views");
+inline constexpr QLatin1StringView profiles("profiles");
+inline constexpr QLatin1StringView cues("cues");
+} // namespace rigKeys
 
 /// The rig of the present configuration, as the settings file holds it: "views" (fixture placements),
 /// "profiles" (the rig's own profiles), "cues", and any other key, which is kept as it is. There may be no
@@ -17,8 +27,10 @@ public:
 
     /// The fixture placements, in window order.
     QVariantList views() const;
-    /// Sets "universe" or "address" of the placement at `index`; false when there is none.
-    bool setPlacement(qsizetype index, const QString& key, int value);
+    /// Nothing when there is none at `index` or what stands there is no dictionary.
+    std::optional<Placement> placement(qsizetype index) const;
+    /// Puts a placement in the place of the one at `index`, which has to be there.
+    void setPlacement(qsizetype index, const Placement& placement);
 
     /// Inserts placements before the one at `index`. Without a rig one begins here.
     void insertPlacements(qsizetype index, const QVariantList& placements);

@@ -1,6 +1,7 @@
 #include "patch/Patch.h"
 
 #include "controls/DMXControl.h"
+#include "fixtures/Placement.h"
 #include "support/StandardOutput.h"
 #include "support/TestRig.h"
 
@@ -72,7 +73,7 @@ private slots:
 };
 
 void tst_Patch::aPlacementComesToControlsWithKeysAndSlots() {
-    const PatchedFixture fixture = patchedFixture(bar, table(strip));
+    const PatchedFixture fixture = patchedFixture(Placement::fromEntry(bar), table(strip));
     QCOMPARE(fixture.name, QString("Bar"));
     QCOMPARE(fixture.universe, 3);
     QCOMPARE(fixture.address, 10U);
@@ -89,7 +90,7 @@ void tst_Patch::itIsWhatAViewComesTo() {
     view.setLayerNum(4);
     view.setAddress(10);
     view.loadProfile(bar.value("profiles").toList(), table(strip));
-    const PatchedFixture fixture = patchedFixture(bar, table(strip));
+    const PatchedFixture fixture = patchedFixture(Placement::fromEntry(bar), table(strip));
     QCOMPARE(view.controls().size(), fixture.controls.size());
     for (std::size_t i = 0; i < fixture.controls.size(); ++i) {
         const PatchedControl& patched = fixture.controls[i];
@@ -101,18 +102,21 @@ void tst_Patch::itIsWhatAViewComesTo() {
 }
 
 void tst_Patch::numbersThatAreNoneReadAsZero() {
-    const PatchedFixture fixture = patchedFixture({{"profiles", QVariantList{controlEntry("Dimmer")}}}, {});
+    const PatchedFixture fixture = patchedFixture(
+        Placement::fromEntry(QVariantMap{{"profiles", QVariantList{controlEntry("Dimmer")}}}), {});
     QCOMPARE(fixture.universe, 0);
     QCOMPARE(fixture.address, 0U);
     QCOMPARE(texts(fixture), QStringList{".Dimmer 1-1"});
-    QCOMPARE(patchedFixture({{"profiles", "Dimmer"}}, {}).controls.size(), std::size_t{0});
+    QCOMPARE(patchedFixture(Placement::fromEntry(QVariantMap{{"profiles", "Dimmer"}}), {}).controls.size(),
+             std::size_t{0});
 }
 
 void tst_Patch::slotsAreCountedWithTheirBlanks() {
-    QCOMPARE(patchedFixture(bar, table(strip)).slotCount(), std::uint64_t{8});
-    QCOMPARE(patchedFixture({}, {}).slotCount(), std::uint64_t{0});
+    QCOMPARE(patchedFixture(Placement::fromEntry(bar), table(strip)).slotCount(), std::uint64_t{8});
+    QCOMPARE(patchedFixture(Placement(), {}).slotCount(), std::uint64_t{0});
     const QVariantList wide{QVariantMap{{"blank", -1}}, QVariantMap{{"blank", -1}}};
-    QCOMPARE(patchedFixture({{"profiles", wide}}, {}).slotCount(), std::uint64_t{8'589'934'590});
+    QCOMPARE(patchedFixture(Placement::fromEntry(QVariantMap{{"profiles", wide}}), {}).slotCount(),
+             std::uint64_t{8'589'934'590});
 }
 
 void tst_Patch::aControlIsHeardInsideTheUniverseOnly_data() {
@@ -137,7 +141,8 @@ void tst_Patch::aControlIsHeardInsideTheUniverseOnly() {
 void tst_Patch::whatUnfoldsWithoutEndIsCutAndSaysSo() {
     const QVariantMap placed{{"profiles", QVariantList{QVariantMap{{"profile", "0"}}}}};
     PatchedFixture fixture;
-    QCOMPARE(standardOutputOf([&] { fixture = patchedFixture(placed, table(bomb())); }), QByteArray());
+    QCOMPARE(standardOutputOf([&] { fixture = patchedFixture(Placement::fromEntry(placed), table(bomb())); }),
+             QByteArray());
     QVERIFY(!fixture.complete);
     QVERIFY(fixture.controls.size() <= 8192);
 }
@@ -161,7 +166,9 @@ void tst_Patch::aProfileThatContainsItselfIsPassedOverSilently() {
         {"Loop", QVariantList{controlEntry("Dimmer"), QVariantMap{{"profile", "Loop"}}}}};
     const QVariantMap placed{{"name", "Spot"}, {"profiles", QVariantList{QVariantMap{{"profile", "Loop"}}}}};
     PatchedFixture fixture;
-    QCOMPARE(standardOutputOf([&] { fixture = patchedFixture(placed, table(profiles)); }), QByteArray());
+    QCOMPARE(
+        standardOutputOf([&] { fixture = patchedFixture(Placement::fromEntry(placed), table(profiles)); }),
+        QByteArray());
     QCOMPARE(texts(fixture), QStringList{"Spot.Dimmer 1-1"});
     QVERIFY(fixture.complete);
 }

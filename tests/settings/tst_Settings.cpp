@@ -2,6 +2,22 @@
 
 #include <QTest>
 
+namespace {
+
+void setAddress(Settings& settings, qsizetype index, int address) {
+    Placement placement = settings.placement(index).value_or(Placement());
+    placement.setAddress(address);
+    settings.setPlacement(index, placement);
+}
+
+void setUniverse(Settings& settings, qsizetype index, int universe) {
+    Placement placement = settings.placement(index).value_or(Placement());
+    placement.setUniverse(universe);
+    settings.setPlacement(index, placement);
+}
+
+} // namespace
+
 class tst_Settings : public QObject {
     Q_OBJECT
 
@@ -36,7 +52,7 @@ void tst_Settings::withoutARigWritingGoesNowhere() {
     settings.createCues();
     settings.setCue("1", "cue data goes here");
     settings.removeCue("1");
-    QVERIFY(!settings.setPlacement(0, "universe", 3));
+    QVERIFY(!settings.placement(0));
     QVERIFY(!settings.dictionary());
 }
 
@@ -49,8 +65,8 @@ void tst_Settings::aMovedFixtureKeepsTheRestOfItsPlacement() {
     const QVariantMap wash{{"name", "Wash"}, {"address", "1"}, {"note", "left"}};
     const QVariantMap spot{{"name", "Spot"}, {"address", 20LL}, {"universe", 1LL}};
     Settings settings(QVariantMap{{"views", QVariantList{wash, spot}}});
-    QVERIFY(settings.setPlacement(0, "address", 17));
-    QVERIFY(settings.setPlacement(1, "universe", -2));
+    setAddress(settings, 0, 17);
+    setUniverse(settings, 1, -2);
 
     const QVariantMap movedWash{{"name", "Wash"}, {"address", 17LL}, {"note", "left"}};
     const QVariantMap movedSpot{{"name", "Spot"}, {"address", 20LL}, {"universe", -2LL}};
@@ -76,7 +92,7 @@ void tst_Settings::aPlacementThatIsNotThereIsNotMoved() {
 
     const QVariantMap rig{{"views", views}};
     Settings settings(rig);
-    QVERIFY(!settings.setPlacement(index, "address", 17));
+    QVERIFY(!settings.placement(index));
     QCOMPARE(settings.dictionary(), std::optional(rig));
 }
 
@@ -105,7 +121,7 @@ void tst_Settings::unknownKeysAreKept() {
     Settings settings(
         QVariantMap{{"house", "Old Town"}, {"views", QVariantList{QVariantMap{{"gel", 201LL}}}}});
     settings.createCues();
-    QVERIFY(settings.setPlacement(0, "address", 5));
+    setAddress(settings, 0, 5);
     QCOMPARE(settings.dictionary()->value("house"), QVariant("Old Town"));
     QCOMPARE(settings.views().at(0).toMap().value("gel"), QVariant(201LL));
 }
@@ -150,7 +166,7 @@ void tst_Settings::aCopyOfTheDictionaryIsNotChanged() {
     const QVariantMap rig{{"views", QVariantList{QVariantMap{{"address", 1LL}}}}, {"cues", QVariantMap()}};
     Settings settings(rig);
     settings.setCue("1", QVariantList());
-    QVERIFY(settings.setPlacement(0, "address", 2));
+    setAddress(settings, 0, 2);
     QCOMPARE(rig.value("cues"), QVariant(QVariantMap()));
     QCOMPARE(rig.value("views"), QVariant(QVariantList{QVariantMap{{"address", 1LL}}}));
 }
