@@ -22,6 +22,7 @@ constexpr std::array controlFields = {StoredField{entryKeys::name, StoredType::T
                                       StoredField{entryKeys::header, StoredType::Flag},
                                       StoredField{entryKeys::newlayer, StoredType::Flag},
                                       StoredField{entryKeys::label, StoredType::Text},
+                                      StoredField{entryKeys::attribute, StoredType::Text},
                                       StoredField{entryKeys::blank, StoredType::Integer, 0}};
 
 void checkNested(const QVariantMap& entry, const KnownProfiles& known, const QString& place, Report& report) {

@@ -1,5 +1,6 @@
 #include "controls/ControlDefinition.h"
 
+#include "controls/Attributes.h"
 #include "plist/Reading.h"
 
 ControlDefinition ControlDefinition::fromEntry(const QVariantMap& entry) {
@@ -21,6 +22,10 @@ ControlDefinition ControlDefinition::fromEntry(const QVariantMap& entry) {
         definition.channels = 0;
         definition.dummy = true;
         definition.name = stringValue(entry.value(entryKeys::label));
+    }
+    if (!definition.dummy) {
+        const QString attribute = stringValue(entry.value(entryKeys::attribute));
+        definition.attribute = attribute.isNull() ? attributeOfName(definition.name) : attribute;
     }
     return definition;
 }

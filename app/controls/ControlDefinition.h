@@ -17,6 +17,7 @@ inline constexpr QLatin1StringView header("header");
 inline constexpr QLatin1StringView newlayer("newlayer");
 inline constexpr QLatin1StringView blank("blank");
 inline constexpr QLatin1StringView label("label");
+inline constexpr QLatin1StringView attribute("attribute");
 inline constexpr QLatin1StringView profile("profile");
 } // namespace entryKeys
 
@@ -31,6 +32,8 @@ struct ControlDefinition {
     bool newlayer = false;          ///< raises the fixture's layer number before the name is resolved
     bool hide = false;              ///< takes no place on the screen
     bool dummy = false;             ///< a blank or a label: drives no slot, cannot be selected
+    QString attribute;              ///< what it is for, as GDTF names it; what its name implies where the
+                                    ///< profile says nothing; empty when neither does, and for a dummy
 
     static ControlDefinition fromEntry(const QVariantMap& entry);
 };

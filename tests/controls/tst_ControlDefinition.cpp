@@ -22,6 +22,10 @@ private slots:
     void aLabelOutweighsNameChannelsAndBlank();
     void aNameThatIsNoStringIsNone_data();
     void aNameThatIsNoStringIsNone();
+    void theAttributeIsTheEntrysOrTheNames_data();
+    void theAttributeIsTheEntrysOrTheNames();
+    void aDummyHasNoAttribute_data();
+    void aDummyHasNoAttribute();
 };
 
 void tst_ControlDefinition::anEmptyEntryIsAnUnnamedFaderOf8BitsAt0() {
@@ -166,6 +170,44 @@ void tst_ControlDefinition::aNameThatIsNoStringIsNone() {
     const ControlDefinition label = ControlDefinition::fromEntry({{"label", stored}, {"name", "Pan"}});
     QVERIFY(label.name.isNull());
     QVERIFY(label.dummy);
+}
+
+void tst_ControlDefinition::theAttributeIsTheEntrysOrTheNames_data() {
+    QTest::addColumn<QVariantMap>("entry");
+    QTest::addColumn<QString>("attribute");
+
+    QTest::newRow("neither") << QVariantMap() << "";
+    QTest::newRow("a plain name") << QVariantMap{{"name", "Red #"}} << "ColorAdd_R";
+    QTest::newRow("another name") << QVariantMap{{"name", "Macro"}} << "";
+    QTest::newRow("an attribute") << QVariantMap{{"attribute", "Zoom"}} << "Zoom";
+    QTest::newRow("an attribute and another name")
+        << QVariantMap{{"name", "Macro"}, {"attribute", "Effects1"}} << "Effects1";
+    QTest::newRow("an attribute against the name")
+        << QVariantMap{{"name", "Red"}, {"attribute", "Color1"}} << "Color1";
+    QTest::newRow("an attribute that nobody knows") << QVariantMap{{"attribute", "x y"}} << "x y";
+    QTest::newRow("none, whatever the name says") << QVariantMap{{"name", "Red"}, {"attribute", ""}} << "";
+    QTest::newRow("an attribute that is no string")
+        << QVariantMap{{"name", "Red"}, {"attribute", qlonglong{1}}} << "ColorAdd_R";
+    QTest::newRow("over two slots") << QVariantMap{{"name", "Pan"}, {"channels", qlonglong{2}}} << "Pan";
+}
+
+void tst_ControlDefinition::theAttributeIsTheEntrysOrTheNames() {
+    QFETCH(const QVariantMap, entry);
+    QTEST(ControlDefinition::fromEntry(entry).attribute, "attribute");
+}
+
+void tst_ControlDefinition::aDummyHasNoAttribute_data() {
+    QTest::addColumn<QVariantMap>("entry");
+
+    QTest::newRow("a label") << QVariantMap{{"label", "Red"}};
+    QTest::newRow("a label with an attribute") << QVariantMap{{"label", "Light"}, {"attribute", "Dimmer"}};
+    QTest::newRow("a named blank") << QVariantMap{{"blank", qlonglong{1}}, {"name", "Red"}};
+    QTest::newRow("a blank with an attribute") << QVariantMap{{"blank", qlonglong{1}}, {"attribute", "Pan"}};
+}
+
+void tst_ControlDefinition::aDummyHasNoAttribute() {
+    QFETCH(const QVariantMap, entry);
+    QVERIFY(ControlDefinition::fromEntry(entry).attribute.isEmpty());
 }
 
 QTEST_APPLESS_MAIN(tst_ControlDefinition)
