@@ -2,16 +2,10 @@
 
 #include "settings/RecoveryFile.h"
 
-#include <system_error>
-
 ShowKeeper::ShowKeeper(RecoveryFile& file, std::function<ShowSnapshot()> presentShow)
     : file_(file), presentShow_(std::move(presentShow)) {
     timer_.setTimerType(Qt::PreciseTimer); // a coarse one may be early
     connect(&timer_, &QTimer::timeout, this, &ShowKeeper::keep);
-}
-
-ShowKeeper::~ShowKeeper() {
-    stop();
 }
 
 void ShowKeeper::start(std::chrono::milliseconds pause) {
@@ -20,28 +14,20 @@ void ShowKeeper::start(std::chrono::milliseconds pause) {
 
 void ShowKeeper::stop() {
     timer_.stop();
-    if (writing_.valid()) {
-        writing_.wait();
-    }
+    takeResult();
 }
 
 void ShowKeeper::keep() {
-    if (isWriting()) {
+    if (writing_.isRunning()) {
         return; // a slow disk
     }
-    const bool hasFailed = writing_.valid() && !writing_.get();
-    if (!isChanged_ && !hasFailed) {
-        return;
-    }
-    try {
-        writing_ = std::async(std::launch::async,
-                              [&file = file_, show = presentShow_()] { return file.write(show); });
-        isChanged_ = false;
-    } catch (const std::system_error&) {
-        isChanged_ = true; // no thread to be had; the next time, perhaps
+    takeResult();
+    if (isChanged_) {
+        isChanged_ = !writing_.start([&file = file_, show = presentShow_()] { return file.write(show); });
     }
 }
 
-bool ShowKeeper::isWriting() const {
-    return writing_.valid() && writing_.wait_for(std::chrono::seconds(0)) != std::future_status::ready;
+// What failed is as good as changed.
+void ShowKeeper::takeResult() {
+    isChanged_ = !writing_.finish() || isChanged_;
 }

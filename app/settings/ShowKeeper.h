@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plist/BackgroundWrite.h"
 #include "settings/ShowSnapshot.h"
 
 #include <QObject>
@@ -7,7 +8,6 @@
 
 #include <chrono>
 #include <functional>
-#include <future>
 
 class RecoveryFile;
 
@@ -21,7 +21,6 @@ public:
 
     /// `file` has to outlive the keeper; `presentShow` is called on this thread only.
     ShowKeeper(RecoveryFile& file, std::function<ShowSnapshot()> presentShow);
-    ~ShowKeeper() override;
 
     void start(std::chrono::milliseconds pause = defaultPause);
     /// Something that is worth keeping may have changed. Costs next to nothing.
@@ -31,11 +30,11 @@ public:
 
 private:
     void keep();
-    bool isWriting() const;
+    void takeResult();
 
     RecoveryFile& file_;
     std::function<ShowSnapshot()> presentShow_;
     QTimer timer_;
     bool isChanged_ = false;
-    std::future<bool> writing_; ///< true when the file was written
+    BackgroundWrite writing_;
 };

@@ -10,7 +10,7 @@ UserDefaults::UserDefaults(QString path, QObject* parent)
     : QObject(parent), file_(std::move(path)), values_(file_.read().value_or(QVariantMap())) {
     writeSoon_.setSingleShot(true);
     writeSoon_.setInterval(std::chrono::milliseconds(500));
-    connect(&writeSoon_, &QTimer::timeout, this, &UserDefaults::synchronize);
+    connect(&writeSoon_, &QTimer::timeout, this, &UserDefaults::writeInBackground);
 }
 
 QString UserDefaults::defaultPath() {
@@ -36,8 +36,25 @@ void UserDefaults::setObject(const QVariant& value, const QString& forKey) {
     }
 }
 
+void UserDefaults::writeInBackground() {
+    if (writing_.isRunning()) {
+        writeSoon_.start(); // a slow disk
+        return;
+    }
+    takeResult();
+    if (isChanged_) {
+        isChanged_ = !writing_.start([&file = file_, values = values_] { return file.write(values); });
+    }
+}
+
+// What failed is as good as changed.
+void UserDefaults::takeResult() {
+    isChanged_ = !writing_.finish() || isChanged_;
+}
+
 bool UserDefaults::synchronize() {
     writeSoon_.stop();
+    takeResult();
     if (isChanged_ && file_.write(values_)) {
         isChanged_ = false;
     }

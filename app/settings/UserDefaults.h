@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plist/BackgroundWrite.h"
 #include "plist/DictionaryFile.h"
 
 #include <QObject>
@@ -21,16 +22,22 @@ public:
     QVariant objectForKey(const QString& key) const { return values_.value(key); }
 
     /// Puts a value under a key, an invalid one takes the key away. The file is written half a second after
-    /// the first change. A value that no property list can hold changes nothing.
+    /// the first change, by a thread of its own; while a slow disk is still at it, half a second later again.
+    /// A value that no property list can hold changes nothing.
     void setObject(const QVariant& value, const QString& forKey);
 
-    /// Writes what was changed since the last writing, now; to be called before the program ends. False when
-    /// that failed: the changes then wait for the next call or the next change.
+    /// Writes what was changed since the last writing, now, and waits for it and for what is being written;
+    /// to be called before the program ends. False when that failed: the changes then wait for the next call
+    /// or the next change.
     bool synchronize();
 
 private:
-    DictionaryFile file_;
+    void writeInBackground();
+    void takeResult();
+
+    DictionaryFile file_; ///< the thread's while it writes
     QVariantMap values_;
     bool isChanged_ = false;
     QTimer writeSoon_;
+    BackgroundWrite writing_; ///< last, so that it has ended before the file goes
 };

@@ -1,5 +1,7 @@
 #include "settings/UserDefaults.h"
 
+#include "support/StoppedDisk.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -43,6 +45,14 @@ private slots:
     void nothingIsWrittenWithoutAChange();
     void whatCouldNotBeWrittenIsWrittenLater();
     void aDamagedFileIsKeptAside();
+    void aSlowDiskHoldsNobodyUp();
+    void whatIsChangedDuringAWritingIsWrittenAfterIt();
+    void whatIsChangedDuringAWritingIsWrittenByTheNextCall();
+    void afterAWritingThereIsNothingLeftToWrite();
+    void whatTheThreadCouldNotWriteIsWrittenLater_data();
+    void whatTheThreadCouldNotWriteIsWrittenLater();
+    void aCallTellsWhenTheWritingFailsAgain();
+    void theEndWaitsForWhatIsBeingWritten();
 
 private:
     std::unique_ptr<QTemporaryDir> folder_;
@@ -191,6 +201,94 @@ void tst_UserDefaults::aDamagedFileIsKeptAside() {
     QVERIFY(defaults.synchronize());
     QCOMPARE(stored(path_), (QVariantMap{{"a", qlonglong{1}}}));
     QCOMPARE(QDir(folder_->path()).entryList({"defaults.plist.unreadable-*"}).size(), 1);
+}
+
+void tst_UserDefaults::aSlowDiskHoldsNobodyUp() {
+    UserDefaults defaults(path_);
+    StoppedDisk disk;
+    defaults.setObject(1, "a");
+    QTRY_VERIFY(disk.isWaitedFor());
+    QVERIFY(!QFileInfo::exists(path_));
+    disk.letGoOn();
+    QTRY_COMPARE(stored(path_), (QVariantMap{{"a", qlonglong{1}}}));
+}
+
+void tst_UserDefaults::whatIsChangedDuringAWritingIsWrittenAfterIt() {
+    UserDefaults defaults(path_);
+    StoppedDisk disk;
+    defaults.setObject(1, "a");
+    QTRY_VERIFY(disk.isWaitedFor());
+    defaults.setObject(2, "a");
+    defaults.setObject(3, "b");
+    QTest::qWait(700); // the next writing is due, and waits
+    disk.letGoOn();
+    QTRY_COMPARE(stored(path_), (QVariantMap{{"a", qlonglong{2}}, {"b", qlonglong{3}}}));
+    QCOMPARE(stored(path_ + ".previous"), (QVariantMap{{"a", qlonglong{1}}}));
+}
+
+void tst_UserDefaults::whatIsChangedDuringAWritingIsWrittenByTheNextCall() {
+    UserDefaults defaults(path_);
+    StoppedDisk disk;
+    defaults.setObject(1, "a");
+    QTRY_VERIFY(disk.isWaitedFor());
+    defaults.setObject(2, "a");
+    disk.letGoOn();
+    QVERIFY(defaults.synchronize());
+    QCOMPARE(stored(path_), (QVariantMap{{"a", qlonglong{2}}}));
+    QCOMPARE(stored(path_ + ".previous"), (QVariantMap{{"a", qlonglong{1}}}));
+}
+
+void tst_UserDefaults::afterAWritingThereIsNothingLeftToWrite() {
+    UserDefaults defaults(path_);
+    defaults.setObject(1, "a");
+    QTRY_VERIFY(QFileInfo::exists(path_));
+    QVERIFY(defaults.synchronize());
+    QVERIFY(!QFileInfo::exists(path_ + ".previous"));
+}
+
+void tst_UserDefaults::whatTheThreadCouldNotWriteIsWrittenLater_data() {
+    QTest::addColumn<bool>("byCall");
+    QTest::newRow("by the next call") << true;
+    QTest::newRow("with the next change") << false;
+}
+
+void tst_UserDefaults::whatTheThreadCouldNotWriteIsWrittenLater() {
+    QFETCH(const bool, byCall);
+    UserDefaults defaults(path_);
+    StoppedDisk disk;
+    defaults.setObject(1, "a");
+    QTRY_VERIFY(disk.isWaitedFor());
+    disk.fail();
+    if (byCall) {
+        QVERIFY(defaults.synchronize());
+    } else {
+        defaults.setObject(2, "b");
+        QTRY_VERIFY(QFileInfo::exists(path_));
+    }
+    QCOMPARE(stored(path_).value("a"), QVariant(qlonglong{1}));
+}
+
+void tst_UserDefaults::aCallTellsWhenTheWritingFailsAgain() {
+    const QString folder = folder_->filePath("folder");
+    UserDefaults defaults(folder + "/defaults.plist");
+    StoppedDisk disk;
+    defaults.setObject(1, "a");
+    QTRY_VERIFY(disk.isWaitedFor());
+    disk.fail();
+    QTRY_VERIFY(QDir(folder).isEmpty());
+    QVERIFY(QDir().rmdir(folder));
+    put(folder, "a file is in the way");
+    QVERIFY(!defaults.synchronize());
+}
+
+void tst_UserDefaults::theEndWaitsForWhatIsBeingWritten() {
+    auto defaults = std::make_unique<UserDefaults>(path_);
+    StoppedDisk disk;
+    defaults->setObject(1, "a");
+    QTRY_VERIFY(disk.isWaitedFor());
+    disk.letGoOn();
+    defaults.reset();
+    QCOMPARE(stored(path_), (QVariantMap{{"a", qlonglong{1}}}));
 }
 
 QTEST_GUILESS_MAIN(tst_UserDefaults)
