@@ -2,12 +2,16 @@
 #include "commands/CheckCommand.h"
 #include "commands/CommandLine.h"
 #include "plist/WholeFile.h"
+#include "print/BackgroundPrinter.h"
+#include "print/Print.h"
 #include "process/ConsoleLock.h"
 #include "process/DesktopIdentity.h"
 #include "process/DisplayCheck.h"
 #include "process/HomeFolder.h"
 #include "process/ProcessSignals.h"
+#include "process/StandardStreams.h"
 #include "process/StartConditions.h"
+#include "process/ToolkitMessages.h"
 #include "settings/RecoveryFile.h"
 #include "settings/SettingsFile.h"
 #include "settings/UserDefaults.h"
@@ -45,9 +49,13 @@ int main(int argc, char** argv) {
         return checkCommand(commandLine, argc, argv);
     }
     if (const QString reason = whyNotToStart(); !reason.isNull()) {
-        std::fprintf(stderr, "Faderhall cannot start: %s.\n", qUtf8Printable(reason));
+        printError(qUtf8Printable(QString("Faderhall cannot start: %1.").arg(reason)));
         return EXIT_FAILURE;
     }
+    openMissingStreams();
+    outliveFailedWrites();
+    const BackgroundPrinter printer;
+    const ToolkitMessages messages;
     ProcessSignals::ignoreFrontRequests();
     std::optional<QApplication> application;
     {
@@ -58,7 +66,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     const ConsoleLock lock(ConsoleLock::pathBeside(SettingsFile::defaultPath()));
     if (lock.isHeldElsewhere()) {
-        std::printf("%s\n", qUtf8Printable(lock.raiseHolder()));
+        printLine(qUtf8Printable(lock.raiseHolder()));
         return EXIT_SUCCESS;
     }
     if (lock.isHeld()) {

@@ -1,9 +1,10 @@
 #include "artnet/OutageLog.h"
 
 #include "clock/MonotonicClock.h"
+#include "print/Print.h"
 
-#include <cstdio>
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace {
@@ -17,10 +18,10 @@ void OutageLog::note(int error) {
     if (error != 0) {
         lastFailure_ = monotonicNanoseconds();
         if (!std::exchange(isOut_, true)) {
-            std::fprintf(stderr, "Art-Net output fails: %s\n", std::strerror(error));
+            printError(std::string("Art-Net output fails: ") + std::strerror(error));
         }
     } else if (isOut_ && monotonicNanoseconds() - lastFailure_ >= quietNanoseconds) {
         isOut_ = false;
-        std::fputs("Art-Net output works again\n", stderr);
+        printError("Art-Net output works again");
     }
 }

@@ -1,12 +1,13 @@
 #include "artnet/Transport.h"
 
 #include "artnet/SocketAddress.h"
+#include "print/Print.h"
 
 #include <fcntl.h>
 #include <sys/socket.h>
 
 #include <cerrno>
-#include <cstdio>
+#include <string>
 
 namespace {
 
@@ -14,7 +15,7 @@ void bindToPort(int socket, std::uint16_t port) {
     const sockaddr_in local = socketAddress(INADDR_ANY, port);
     const int result = bind(socket, reinterpret_cast<const sockaddr*>(&local), sizeof local);
     if (result != 0) {
-        std::printf("      bind returned %d\n", result);
+        printLine("      bind returned " + std::to_string(result));
     }
 }
 
@@ -23,8 +24,8 @@ void allowBroadcast(int socket) {
     const int result = setsockopt(socket, SOL_SOCKET, SO_BROADCAST, &on, sizeof on);
     if (result != 0) {
         const int error = errno;
-        std::printf("      setsockopt(SO_BROADCAST) returned %d\n", result);
-        std::printf("        errno = %d\n", error);
+        printLine("      setsockopt(SO_BROADCAST) returned " + std::to_string(result));
+        printLine("        errno = " + std::to_string(error));
     }
 }
 
@@ -47,7 +48,7 @@ void makeRoom(int socket) {
 int createSocket(std::uint16_t port) {
     const int socket = ::socket(AF_INET, SOCK_DGRAM, 0);
     if (socket < 0) {
-        std::printf("    Error opening UDP socket! (%d)\n", errno);
+        printLine("    Error opening UDP socket! (" + std::to_string(errno) + ")");
         return -1;
     }
     if (port != 0) {

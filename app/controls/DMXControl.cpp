@@ -5,6 +5,7 @@
 #include "controls/ControlDrawing.h"
 #include "controls/ControlParent.h"
 #include "plist/Reading.h"
+#include "print/Print.h"
 
 #include <QFocusEvent>
 #include <QHelpEvent>
@@ -12,7 +13,6 @@
 #include <QToolTip>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
@@ -47,7 +47,7 @@ std::shared_ptr<DMXControl> DMXControl::controlWithDictionary(const QVariantMap&
     }
     control->key_ = parent.key() + "." + control->name();
     if (gDmxControlList.contains(control->key_)) {
-        std::printf("DMXControl '%s' already exists!\n", qUtf8Printable(control->key_));
+        printLine(QString("DMXControl '%1' already exists!").arg(control->key_).toStdString());
     }
     registerControl(control);
     return control;

@@ -1,8 +1,9 @@
 #include "process/DisplayCheck.h"
 
+#include "print/Print.h"
+
 #include <QtGlobal>
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -11,10 +12,9 @@ QtMessageHandler gHandlerBefore = nullptr;
 
 void endOnFatal(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     if (type == QtFatalMsg) {
-        std::fputs(
-            "Faderhall finds no display to open its windows on. QT_QPA_PLATFORM=offscreen in the environment "
-            "runs it without windows.\n",
-            stderr);
+        printError("Faderhall finds no display to open its windows on. QT_QPA_PLATFORM=offscreen in the "
+                   "environment runs it without windows.");
+        finishPrinting();
         std::_Exit(EXIT_FAILURE);
     }
     gHandlerBefore(type, context, message);

@@ -1,9 +1,12 @@
 """A desktop on which things are missing: the console starts or says why not, and keeps the show."""
 
+import contextlib
 import os
+import pty
 import resource
 import signal
 import subprocess
+import termios
 import unittest
 
 import stage
@@ -112,6 +115,77 @@ class BareTest(ConsoleTestCase):
         process = self.start(limited_to(500), DISPLAY=self.display.name)
         self.wait_for_front({})
         self.assertEqual(self.end(process), (0, ""))
+
+
+class OutputTest(ConsoleTestCase):
+    """Consoles whose standard output and error, which are one and the same, are not read."""
+
+    def setUp(self):
+        super().setUp()
+        # Each profile of the rig's own is told of: more than a pipe takes.
+        self.names = [f"Profile {number:05}" for number in range(3000)]
+        write(self.home.settings_file, {**STAGE, "profiles": {name: [] for name in self.names}})
+
+    @contextlib.contextmanager
+    def running(self, output, prepare=None):
+        """A console that starts, sends, takes a key and quits with nobody to read what it says."""
+        process = subprocess.Popen([PROGRAM, "--resources", self.home.resources], preexec_fn=prepare,
+                                   env=environment(self.home, DISPLAY=self.display.name), stdin=subprocess.DEVNULL,
+                                   stdout=output, stderr=output)
+        try:
+            self.wait_for_front({})
+            wait_until(lambda: self.display.titles() == sorted(stage.WINDOWS), "the windows")
+            self.display.activate(FRONT)
+            self.display.key("Tab", "9", "Return")
+            self.wait_for_front({1: 9})
+            yield
+            process.send_signal(signal.SIGTERM)
+            self.assertEqual(process.wait(30), 0)
+        finally:
+            process.kill()
+            process.wait()
+
+    def test_a_pipe_that_nobody_reads(self):
+        reading, writing = os.pipe()
+        with self.running(writing):
+            pass
+        os.close(writing)
+        os.close(reading)
+
+    def test_a_reader_that_comes_back_reads_every_line(self):
+        reading, writing = os.pipe()
+        with open(reading, encoding="utf-8") as lines, self.running(writing):
+            os.close(writing)
+            for name in self.names:
+                self.assertEqual(lines.readline(), f"Adding user profile: '{name}'\n")
+
+    def test_a_reader_that_is_gone(self):
+        reading, writing = os.pipe()
+        os.close(reading)
+        with self.running(writing):
+            pass
+        os.close(writing)
+
+    def test_a_terminal_that_stands_still(self):
+        leader, terminal = pty.openpty()
+        termios.tcflow(terminal, termios.TCOOFF)
+        with self.running(terminal):
+            pass
+        os.close(terminal)
+        os.close(leader)
+
+    def test_streams_that_are_closed(self):
+        def close():
+            os.close(1)
+            os.close(2)
+
+        with self.running(subprocess.DEVNULL, close):
+            pass
+
+    def test_a_file_that_may_not_grow(self):
+        with open(self.home.output / "log", "wb") as log:
+            with self.running(log, lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000))):
+                wait_until(lambda: os.fstat(log.fileno()).st_size == 1000, "a full file")
 
 
 class RunTest(ConsoleTestCase):

@@ -13,8 +13,8 @@ BUILD = Path(os.environ["FADERHALL_BUILD"])
 APP = Path(__file__).resolve().parent.parent.parent / "app"
 
 # From the bottom up.
-ROOMS = ["clock", "process", "plist", "library", "widgets", "artnet", "controls", "fixtures", "patch", "settings",
-         "rigging", "cues", "check", "commands", "window", "adding"]
+ROOMS = ["clock", "print", "process", "plist", "library", "widgets", "artnet", "controls", "fixtures", "patch",
+         "settings", "rigging", "cues", "check", "commands", "window", "adding"]
 
 
 def compile_command(room):
