@@ -9,6 +9,7 @@
 #include "process/DisplayCheck.h"
 #include "process/HomeFolder.h"
 #include "process/ProcessSignals.h"
+#include "process/SessionBus.h"
 #include "process/StandardStreams.h"
 #include "process/StartConditions.h"
 #include "process/ToolkitMessages.h"
@@ -56,7 +57,9 @@ int main(int argc, char** argv) {
     outliveFailedWrites();
     const BackgroundPrinter printer;
     const ToolkitMessages messages;
+    SessionBus bus;
     ProcessSignals::ignoreFrontRequests();
+    bus.giveUpIfSilent();
     std::optional<QApplication> application;
     {
         const DisplayCheck check;

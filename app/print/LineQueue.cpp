@@ -9,7 +9,8 @@ void LineQueue::push(int descriptor, std::string_view line) {
     printed.text.append(line).push_back('\n');
     const std::size_t size = sizeOf(printed);
     const std::lock_guard lock(mutex_);
-    if (size_ > 0 && size_ + size > limit_) {
+    isDropping_ = isDropping_ || (size_ > 0 && size_ + size > limit_);
+    if (isDropping_) {
         drop(descriptor);
         return;
     }
@@ -18,9 +19,9 @@ void LineQueue::push(int descriptor, std::string_view line) {
     changed_.notify_all();
 }
 
-// One count for each descriptor at the end is enough: the next line that is taken stands behind it.
+// Nothing but counts follows the first one, which is one for each descriptor at most.
 void LineQueue::drop(int descriptor) {
-    for (auto line = lines_.rbegin(); line != lines_.rend() && line->text.empty(); ++line) {
+    for (auto line = lines_.rbegin(); line != lines_.rend() && line->dropped > 0; ++line) {
         if (line->descriptor == descriptor) {
             ++line->dropped;
             return;
@@ -42,6 +43,7 @@ std::optional<PrintedLine> LineQueue::next() {
     }
     PrintedLine line = std::move(lines_.front());
     lines_.pop_front();
+    isDropping_ = isDropping_ && !lines_.empty();
     beingWritten_ = sizeOf(line);
     return line;
 }

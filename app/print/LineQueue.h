@@ -17,7 +17,8 @@ struct PrintedLine {
 };
 
 /// Lines on their way from whoever prints them to the one thread that writes them. When the writer does not
-/// keep up, lines are dropped, and a count of them stands in their place.
+/// keep up, lines are dropped until all that waited is on its way, and a count of them stands in their place:
+/// one gap is easier to read than many.
 class LineQueue {
 public:
     /// `bytes` is how much may wait. A line that is longer by itself is taken when nothing else waits.
@@ -46,5 +47,6 @@ private:
     std::deque<PrintedLine> lines_;
     std::size_t size_ = 0; ///< of all that waits or is being written
     std::size_t beingWritten_ = 0;
+    bool isDropping_ = false;
     bool isClosed_ = false;
 };

@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QFileInfo>
+#include <QThreadPool>
 
 namespace {
 
@@ -12,16 +13,20 @@ bool hasSessionBus() {
            QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus");
 }
 
-} // namespace
-
-void beginActivity() {
-    if (!hasSessionBus()) {
-        return;
-    }
+void askDesktop() {
     QDBusMessage inhibit =
         QDBusMessage::createMethodCall("org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver",
                                        "org.freedesktop.ScreenSaver", "Inhibit");
     inhibit.setAutoStartService(false);
     inhibit.setArguments({"Faderhall", "Faderhall is running"});
     QDBusConnection::sessionBus().send(inhibit); // does not wait for the answer
+}
+
+} // namespace
+
+// Connecting waits for the bus. The pool is waited for before the program ends.
+void beginActivity() {
+    if (hasSessionBus()) {
+        QThreadPool::globalInstance()->start(askDesktop);
+    }
 }

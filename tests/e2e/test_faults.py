@@ -5,8 +5,10 @@ import os
 import pty
 import resource
 import signal
+import socket
 import subprocess
 import termios
+import time
 import unittest
 
 import stage
@@ -18,6 +20,22 @@ from stage import DIMMER, FRONT, STAGE
 from waiting import wait_until
 
 MEBIBYTE = 1 << 20
+
+# The toolkit would wait for 25 seconds and more.
+SOON = 15
+
+
+@contextlib.contextmanager
+def silent_bus(home):
+    """The address of a message bus that takes connections and never says a word."""
+    path = home.output / "bus"
+    with socket.socket(socket.AF_UNIX) as listening:
+        listening.bind(str(path))
+        listening.listen()
+        try:
+            yield f"unix:path={path}"
+        finally:
+            path.unlink()
 
 
 class StartTest(ConsoleTestCase):
@@ -39,13 +57,24 @@ class StartTest(ConsoleTestCase):
     def test_no_session_bus_and_no_runtime_folder(self):
         self.assert_works(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere", XDG_RUNTIME_DIR="/proc/nowhere")
 
+    def test_a_session_bus_that_does_not_answer(self):
+        for variable in ("DBUS_SESSION_BUS_ADDRESS", "AT_SPI_BUS_ADDRESS"):
+            with self.subTest(variable), silent_bus(self.home) as address:
+                started = time.monotonic()
+                self.assert_works(**{variable: address})
+                self.assertLess(self.receiver.datagrams()[0].moment - started, SOON)
+                self.forget()
+
     def test_every_scale(self):
         for factor in ["1", "1.25", "2", "3"]:
             with self.subTest(factor):
                 self.assert_works(QT_SCALE_FACTOR=factor)
-            self.receiver.forget()
-            self.home.settings_file.unlink()
-            self.home.defaults_file.unlink()
+            self.forget()
+
+    def forget(self):
+        self.receiver.forget()
+        self.home.settings_file.unlink()
+        self.home.defaults_file.unlink()
 
 
 class BareTest(ConsoleTestCase):

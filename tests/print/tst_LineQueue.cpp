@@ -31,6 +31,7 @@ private slots:
     void linesOfBothStreamsComeInTheirOrder();
     void whatFindsNoRoomIsCountedWhereItIsMissing();
     void eachStreamHasACountOfItsOwn();
+    void onceFullItTakesNothingUntilAllThatWaitedIsOnItsWay();
     void aLongLineIsTakenWhenNothingElseWaits();
     void aClosedQueueGivesWhatItHasAndThenEnds();
     void aLineCountsAsWrittenOnceTheNextIsAskedFor();
@@ -69,6 +70,20 @@ void tst_LineQueue::eachStreamHasACountOfItsOwn() {
     QCOMPARE(nextOf(queue), std::string("taken\n"));
     QCOMPARE(nextOf(queue), std::string("3 of 1"));
     QCOMPARE(nextOf(queue), std::string("2 of 2"));
+}
+
+void tst_LineQueue::onceFullItTakesNothingUntilAllThatWaitedIsOnItsWay() {
+    LineQueue queue(1000);
+    queue.push(Output, "one");
+    queue.push(Output, "two");
+    queue.push(Output, std::string(1000, 'x'));
+    queue.push(Output, "short enough");
+    QCOMPARE(nextOf(queue), std::string("one\n"));
+    queue.push(Output, "short enough");
+    QCOMPARE(nextOf(queue), std::string("two\n"));
+    QCOMPARE(nextOf(queue), std::string("3 of 1"));
+    queue.push(Output, "three");
+    QCOMPARE(nextOf(queue), std::string("three\n"));
 }
 
 void tst_LineQueue::aLongLineIsTakenWhenNothingElseWaits() {

@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThreadPool>
 
 namespace {
 
@@ -72,6 +73,7 @@ QByteArray saidWhileBeginning() {
     const QByteArray error = standardErrorOf([&] {
         output = standardOutputOf([] {
             beginActivity();
+            QThreadPool::globalInstance()->waitForDone();
             QCoreApplication::processEvents();
         });
     });
