@@ -68,6 +68,26 @@ def moving_faders(count):
     return rig
 
 
+def many_fixtures(count, faders_each):
+    """So many fixtures, one behind the other, in as many universes as it takes."""
+    each = SLOTS // faders_each
+    return rig_of([(number // each, 1 + number % each * faders_each, faders_each) for number in range(count)])
+
+
+def one_universe_fades(seconds):
+    """A fixture whose first fader, of 16 bits, goes all the way up with the one cue, and so changes with every tick.
+
+    Another fixture stands in universe 9. There are two profiles to add fixtures of: "Lamp", and "Twin", whose faders
+    bear the same name, which the console tells on its standard output.
+    """
+    rig = rig_of([(0, 1, 24), (9, 1, 4)])
+    rig.profiles["Faders 24"][0]["channels"] = 2
+    rig.profiles["Lamp"] = faders(8)  # sixty of them fit behind the other
+    rig.profiles["Twin"] = [{"name": "Level"}, {"name": "Level"}]
+    rig.settings["cues"] = {"1": [{"key": "Fixture 0.Level 0", "value": 65535, "time": float(seconds)}]}
+    return rig
+
+
 def ten_thousand_cues():
     """A fixture of ten 16-bit faders and as many cues as an operator may come to have; all of them take a minute."""
     view = {"name": "F", "universe": 0, "address": 1, "layer": 1, "profiles": [{"profile": "Ten"}]}
