@@ -11,6 +11,8 @@ from home import Home, write
 from process import Process
 from rigs import MAIN
 from started import Started
+from waiting import wait_until
+from x11 import Line
 
 
 class Screen(Display):
@@ -24,6 +26,11 @@ class Screen(Display):
             yield
         finally:
             self._server.send_signal(signal.SIGCONT)
+
+    def wait_until_empty(self):
+        """Waits until the window manager has let go of the windows of programs that have ended."""
+        with Line(self.name) as line:
+            wait_until(lambda: not line.windows(), "an empty display", 60)
 
     def put_on_desktop(self, desktop, titles):
         """Puts windows on another desktop, all in one go."""
@@ -56,7 +63,8 @@ class Bed:
         return seconds * self._hurry
 
     def home(self, rig, stack):
-        """A new home with this rig until the stack ends; what is sent meanwhile is kept."""
+        """A new home with this rig until the stack ends, and an empty display; what is sent meanwhile is kept."""
+        self.display.wait_until_empty()
         home = stack.enter_context(Home(rig.profiles, rig.configurations))
         self.put_rig(home, rig)
         self.arrivals = stack.enter_context(Arrivals())

@@ -24,7 +24,7 @@ WATCHED_SECONDS = 16  # less than the fade takes
 STALL_SECONDS = 5
 LEAST_PIPE = 4096
 DISK_BYTES = 1 << 20
-BUS_SECONDS = 100
+BUS_SECONDS = 200
 
 
 # --- What all of them do -----------------------------------------------------------------------------------

@@ -78,6 +78,7 @@ def start_and_paint(bed, rig, stack):
 def milliseconds_of_empty_windows(bed, count, rows):
     if not is_runnable(EMPTY_WINDOWS):
         raise CannotBeMeasured(f"{EMPTY_WINDOWS} is not built")
+    bed.display.wait_until_empty()
     with PaintedWatch(bed.display, count, WINDOW_SECONDS) as watch:
         began = time.time()
         process = subprocess.Popen([EMPTY_WINDOWS, str(count), str(COLUMN_WIDTH), str(ROW_HEIGHT * rows)],

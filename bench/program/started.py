@@ -70,7 +70,6 @@ class Started(Console):
         self._stdout = self.home.output / "stdout"
         self._stderr = self.home.output / "stderr"
         with Line(self.display.name) as line, open(self._stdout, "wb") as stdout, open(self._stderr, "wb") as stderr:
-            windows = len(line.windows())
             out, err = self._streams or (stdout, stderr)
             self.began = time.time()
             self.process = subprocess.Popen(self._command, env=self._environment, stdin=subprocess.DEVNULL,
@@ -78,7 +77,7 @@ class Started(Console):
             try:
                 self._wait_for_first_datagram()
                 if self._titles:
-                    wait_until(lambda: len(line.windows()) >= windows + len(self._titles), "the windows",
+                    wait_until(lambda: len(line.windows()) >= len(self._titles), "the windows",
                                self._seconds)
             except BaseException:
                 end(self.process)
