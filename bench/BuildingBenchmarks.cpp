@@ -4,9 +4,21 @@
 
 #include <benchmark/benchmark.h>
 
+#include <unistd.h>
+
+#include <fstream>
 #include <memory>
 
 namespace {
+
+// 0 where the system does not tell.
+double residentMegabytes() {
+    std::ifstream file("/proc/self/statm");
+    double pages = 0;
+    double residentPages = 0;
+    file >> pages >> residentPages;
+    return residentPages * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
 
 void buildFullRig(benchmark::State& state) {
     releaseRig();
@@ -15,6 +27,15 @@ void buildFullRig(benchmark::State& state) {
         state.PauseTiming(); // its end is not part of it
         benchmark::DoNotOptimize(rig.get());
         state.ResumeTiming();
+    }
+}
+
+// What the program holds in memory while a full rig stands, its windows not mapped.
+void holdFullRig(benchmark::State& state) {
+    releaseRig();
+    while (state.KeepRunning()) {
+        const auto rig = std::make_unique<BenchRig>(256);
+        state.counters["resident_MB"] = residentMegabytes();
     }
 }
 
@@ -55,6 +76,7 @@ void setEveryLevel(benchmark::State& state) {
     }
 }
 
+BENCHMARK(holdFullRig)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(buildFullRig)->Unit(benchmark::kMillisecond);
 BENCHMARK(switchRigOfFortyFixtures)->Unit(benchmark::kMillisecond);
 BENCHMARK(setEveryLevel)->Unit(benchmark::kMillisecond);

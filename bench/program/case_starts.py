@@ -33,12 +33,22 @@ def many_windows(bed, fixtures=500, faders=24):
     with ExitStack() as stack:
         console, painted = start_and_paint(bed, rig, stack)
         yield Reading("start to first datagram", console.milliseconds_to_first_datagram, "ms")
+        yield Reading("start to the first datagram of the last universe",
+                      (last_of_firsts(bed.arrivals.datagrams()) - console.began) * 1e3, "ms")
         yield Reading("start to all windows painted", painted, "ms")
         yield Reading("as many empty windows of the toolkit", empty, "ms")
         yield Reading("painted, times the empty windows", painted / empty, "x")
         time.sleep(REFRESHES_SEEN)
         intervals = each_between(bed.arrivals.datagrams(), console.began, time.time())
         yield Reading("refreshes while windows come: latest by", max(intervals) - REFRESH, f"ms, {TICK:g} is a tick")
+
+
+def last_of_firsts(datagrams):
+    """When the last of all universes came for the first time."""
+    firsts = {}
+    for datagram in datagrams:
+        firsts.setdefault(datagram.universe, datagram.moment)
+    return max(firsts.values())
 
 
 def full_start(bed):

@@ -2,10 +2,10 @@
 
     painted.py DISPLAY WINDOWS SECONDS
 
-Prints "ready", and then, once there are so many windows, the moment in seconds of the wall clock at
-which they were painted; "late" when that does not come true within the time. They are painted when the program has
-answered twice since they were there, the second time after all that it had to paint when it first answered, and when
-nothing on the screen has been painted for a while.
+Prints "ready", and then, once there are so many windows, the moment in seconds of the wall clock at which they were
+painted; "late" when that does not come true within the time. They are painted when the program has answered twice since
+they were there, the second time after all that it had to paint when it first answered, and when nothing on the screen
+has been painted for a while.
 """
 
 import sys
@@ -15,7 +15,7 @@ from x11 import Watcher
 
 PAUSE = 0.005
 ANSWERS = 2
-QUIET = 0.45  # shorter than the blinking of a text cursor, longer than any pause between two windows
+QUIET = 0.45  # seconds; a text cursor blinks every half second
 
 
 def last_painting(watcher, wanted, seconds):

@@ -9,7 +9,7 @@ from contextlib import contextmanager
 
 from bed import Bed, CannotBeMeasured
 
-LABEL = 68
+LABEL = 78
 COLUMN = 14
 
 
