@@ -5,7 +5,6 @@ import fcntl
 import os
 import resource
 import signal
-import socket
 import subprocess
 import time
 from contextlib import ExitStack, contextmanager
@@ -17,6 +16,7 @@ from console import Fader
 from cues import new_cue
 from intervals import farthest_from_line, longest_between
 from rigs import MAIN, one_universe_fades, title
+from silentbus import SilentBus
 from started import PaintedWatch
 
 FADE_SECONDS = 20
@@ -24,7 +24,6 @@ WATCHED_SECONDS = 16  # less than the fade takes
 STALL_SECONDS = 5
 LEAST_PIPE = 4096
 DISK_BYTES = 1 << 20
-BUS_SECONDS = 200
 
 
 # --- What all of them do -----------------------------------------------------------------------------------
@@ -274,17 +273,27 @@ def speaking(bed, stream):
 # --- The message bus ---------------------------------------------------------------------------------------
 
 
+def mute_bus(bed):
+    """A session bus that takes connections and says nothing at all."""
+    return start_beside_bus(bed, greets=False, seconds=40)
+
+
 def silent_bus(bed):
-    """A session bus that takes connections and never answers."""
+    """A session bus that lets programs in and answers nothing that they ask."""
+    return start_beside_bus(bed, greets=True, seconds=200)
+
+
+def start_beside_bus(bed, greets, seconds):
     rig = one_universe_fades(FADE_SECONDS)
     with ExitStack() as stack:
         home = bed.home(rig, stack)
-        bus = home.runtime / "silent-bus"
-        listener = stack.enter_context(socket.socket(socket.AF_UNIX, socket.SOCK_STREAM))
-        listener.bind(str(bus))
-        listener.listen(64)
-        watch = stack.enter_context(PaintedWatch(bed.display, len(rig.titles), BUS_SECONDS))
-        console = bed.running_in(home, rig, stack, seconds=BUS_SECONDS, DBUS_SESSION_BUS_ADDRESS=f"unix:path={bus}")
+        bus = stack.enter_context(SilentBus(home.runtime / "bus", greets))
+        watch = stack.enter_context(PaintedWatch(bed.display, len(rig.titles), seconds))
+        try:
+            console = bed.running_in(home, rig, stack, seconds=seconds, DBUS_SESSION_BUS_ADDRESS=bus.address)
+        except AssertionError:
+            yield Reading("start to first datagram", f"> {seconds * 1000}", "ms")
+            return
         yield Reading("start to first datagram", console.milliseconds_to_first_datagram, "ms")
         yield Reading("start to all windows painted", (watch.moment() - console.began) * 1e3, "ms")
         yield from readings_of_fade(bed, console, lambda: time.sleep(bed.stretch(STALL_SECONDS)))

@@ -39,5 +39,6 @@ CASES = [
     Case("limited-files", case_stalls.limited_files, 120),
     Case("full-pipes", case_stalls.full_pipes, 120),
     Case("closed-pipes", case_stalls.closed_pipes, 120),
+    Case("mute-bus", case_stalls.mute_bus, 120),
     Case("silent-bus", case_stalls.silent_bus, 300),
 ]

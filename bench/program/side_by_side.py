@@ -52,6 +52,7 @@ class Table:
         self._beds = [Bed(display, build, hurry) for build in builds]
         self._quick = hurry < 1
         self._rows = []
+        self.problems = []
         names = [build.name for build in builds] + (["ratio"] if len(builds) > 1 else [])
         print(f"{'case':{LABEL}}" + "".join(f"{name:>{COLUMN}}" for name in names), flush=True)
 
@@ -68,6 +69,7 @@ class Table:
                           values)
         for problem in problems:
             print(problem, file=sys.stderr, flush=True)
+        self.problems += problems
         if not any(any(of_build) for of_build in of_builds):
             self._row(case, "not measured", "", ["-"] * len(self._beds), [])
 
