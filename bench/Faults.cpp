@@ -53,36 +53,37 @@ void waitForSlowDisk() {
 
 } // namespace
 
+// Their parameters have the library's names.
 extern "C" {
 
-int fsync(int descriptor) {
+int fsync(int fd) {
     waitForSlowDisk();
-    return next<int (*)(int)>("fsync")(descriptor);
+    return next<int (*)(int)>("fsync")(fd);
 }
 
-int fdatasync(int descriptor) {
+int fdatasync(int fildes) {
     waitForSlowDisk();
-    return next<int (*)(int)>("fdatasync")(descriptor);
+    return next<int (*)(int)>("fdatasync")(fildes);
 }
 
-ssize_t sendto(int socket, const void* packet, size_t size, int flags, const sockaddr* address,
-               socklen_t length) {
+ssize_t sendto(int fd, const void* buf, size_t n, int flags, const sockaddr* addr, socklen_t addr_len) {
     static const auto send = next<decltype(&sendto)>("sendto");
-    return isRefused(packet, size) ? refuse() : send(socket, packet, size, flags, address, length);
+    return isRefused(buf, n) ? refuse() : send(fd, buf, n, flags, addr, addr_len);
 }
 
-ssize_t sendmsg(int socket, const msghdr* message, int flags) {
+ssize_t sendmsg(int fd, const msghdr* message, int flags) {
     static const auto send = next<decltype(&sendmsg)>("sendmsg");
-    return isRefused(*message) ? refuse() : send(socket, message, flags);
+    return isRefused(*message) ? refuse() : send(fd, message, flags);
 }
 
 // As the system does it: what comes before the one that cannot be sent has been sent.
-int sendmmsg(int socket, mmsghdr* messages, unsigned count, int flags) {
+int sendmmsg(int fd, mmsghdr* vmessages, unsigned vlen, int flags) {
     static const auto send = next<decltype(&sendmmsg)>("sendmmsg");
     unsigned sendable = 0;
-    while (sendable < count && !isRefused(messages[sendable].msg_hdr)) {
+    while (sendable < vlen && !isRefused(vmessages[sendable].msg_hdr)) {
         ++sendable;
     }
-    return sendable == 0 && count > 0 ? refuse() : send(socket, messages, sendable, flags);
+    return sendable == 0 && vlen > 0 ? refuse() : send(fd, vmessages, sendable, flags);
 }
-}
+
+} // extern "C"
