@@ -5,10 +5,10 @@ from typing import NamedTuple
 
 ROOT = Path(__file__).resolve().parents[2]
 OWN_PROGRAM = ROOT / "build" / "faderhall"
-HELPERS = ROOT / "build" / "bench"
+TOOLS = ROOT / "build" / "bench"
 
-EMPTY_WINDOWS = HELPERS / "faderhall_empty_windows"
-FAULTS = HELPERS / "libfaderhall_faults.so"
+EMPTY_WINDOWS = TOOLS / "faderhall_empty_windows"
+FAULTS = TOOLS / "libfaderhall_faults.so"
 
 
 class Build(NamedTuple):
