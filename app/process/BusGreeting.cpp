@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <optional>
 
 namespace {
@@ -85,17 +84,47 @@ QByteArray greeting() {
     return '\0' + QByteArray("AUTH EXTERNAL ") + QByteArray::number(getuid()).toHex() + "\r\n";
 }
 
-// Whatever the line says, and a connection that is closed too: nobody waits any longer.
-Answer awaitLine(int socket, Moment until) {
+// What the toolkit says next and waits for: the D-Bus Specification's "Message Bus Messages", Hello. A method
+// call (little-endian, protocol 1, no body, serial 1) whose header fields are path, destination, interface
+// and member.
+QByteArray hello() {
+    const auto text = [](char field, char type, QByteArrayView value) {
+        const std::array<char, 8> head{field, 1, type, 0, static_cast<char>(value.size()), 0, 0, 0};
+        return QByteArray(head.data(), std::ssize(head)).append(value).append('\0');
+    };
+    QByteArray fields;
+    const auto add = [&fields](const QByteArray& field) {
+        fields.append((8 - fields.size() % 8) % 8, '\0').append(field);
+    };
+    add(text(1, 'o', "/org/freedesktop/DBus"));
+    add(text(6, 's', "org.freedesktop.DBus"));
+    add(text(2, 's', "org.freedesktop.DBus"));
+    add(text(3, 's', "Hello"));
+    QByteArray message("l\x01\0\x01\0\0\0\0\x01\0\0\0", 12);
+    message.append(static_cast<char>(fields.size())).append(3, '\0').append(fields);
+    return message.append((8 - message.size() % 8) % 8, '\0');
+}
+
+bool say(int socket, const QByteArray& text) {
+    return send(socket, text.constData(), static_cast<std::size_t>(text.size()), sendFlags) == text.size();
+}
+
+// What comes until `isEnough`; all of nothing when the connection is closed, and nothing at all without an
+// answer.
+std::optional<QByteArray> await(int socket, Moment until, bool (*isEnough)(const QByteArray&)) {
+    QByteArray heard;
     std::array<char, 512> part{};
     while (limit(socket, until)) {
         const ssize_t length = recv(socket, part.data(), part.size(), 0);
-        const bool hasEnded = length == 0 || (length < 0 && errno != EINTR && errno != EAGAIN);
-        if (hasEnded || (length > 0 && std::memchr(part.data(), '\n', static_cast<std::size_t>(length)))) {
-            return Answer::Given;
+        if (length == 0 || (length < 0 && errno != EINTR && errno != EAGAIN)) {
+            return QByteArray();
+        }
+        heard.append(part.data(), std::max<qsizetype>(length, 0));
+        if (isEnough(heard)) {
+            return heard;
         }
     }
-    return Answer::None;
+    return std::nullopt;
 }
 
 Answer greet(int socket, const QByteArray& name, Moment until) {
@@ -103,11 +132,18 @@ Answer greet(int socket, const QByteArray& name, Moment until) {
     if (connected != Answer::Given) {
         return connected;
     }
-    const QByteArray line = greeting();
-    if (send(socket, line.constData(), static_cast<std::size_t>(line.size()), sendFlags) != line.size()) {
+    if (!say(socket, greeting())) {
         return Answer::Given; // it has closed the connection: an empty socket takes a line
     }
-    return awaitLine(socket, until);
+    const auto line = await(socket, until, [](const QByteArray& heard) { return heard.contains('\n'); });
+    if (!line || !line->startsWith("OK")) {
+        return line ? Answer::Given : Answer::None; // nobody waits for a bus that wants nothing to do with us
+    }
+    if (!say(socket, "BEGIN\r\n" + hello())) {
+        return Answer::Given;
+    }
+    return await(socket, until, [](const QByteArray& heard) { return !heard.isEmpty(); }) ? Answer::Given
+                                                                                          : Answer::None;
 }
 
 } // namespace

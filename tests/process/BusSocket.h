@@ -51,6 +51,17 @@ public:
             ::close(connection);
         });
     }
+    /// Answers the first connection with a line and then says nothing more until that is closed.
+    void answerOnce(const QByteArray& line) {
+        answering_ = std::thread([this, line] {
+            const int connection = accept(socket_, nullptr, nullptr);
+            take(connection);
+            send(connection, line.constData(), static_cast<std::size_t>(line.size()), MSG_NOSIGNAL);
+            while (take(connection)) {
+            }
+            ::close(connection);
+        });
+    }
     /// What the connection that was answered has said.
     QByteArray taken() {
         answering_.join();
@@ -58,10 +69,11 @@ public:
     }
 
 private:
-    void take(int connection) {
+    bool take(int connection) {
         std::array<char, 512> part{};
         const auto length = recv(connection, part.data(), part.size(), 0);
         taken_.append(part.data(), std::max<qsizetype>(length, 0));
+        return length > 0;
     }
 
     QTemporaryDir folder_;

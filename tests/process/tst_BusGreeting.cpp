@@ -22,6 +22,7 @@ private slots:
     void aPartOfALineIsNoAnswer();
     void aBusIsGreetedAsThisUserAndAnswers_data();
     void aBusIsGreetedAsThisUserAndAnswers();
+    void aBusThatOnlyGreetsIsSilent();
     void aBusThatClosesTheConnectionIsNotWaitedFor();
     void theFirstOneThatTakesTheConnectionCounts();
     void aNameMayBeEscaped();
@@ -45,13 +46,23 @@ void tst_BusGreeting::aPartOfALineIsNoAnswer() {
 
 void tst_BusGreeting::aBusIsGreetedAsThisUserAndAnswers_data() {
     QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QByteArray>("next");
 
-    QTest::newRow("it knows the user") << QByteArray("OK 1234deadbeef\r\n");
-    QTest::newRow("it does not") << QByteArray("REJECTED EXTERNAL\r\n");
+    // The message as dbus-send was seen to send it: a method call without a body, whose header fields take
+    // 109 bytes.
+    QTest::newRow("it knows the user") << QByteArray("OK 1234deadbeef\r\n")
+                                       << QByteArray("BEGIN\r\nl\x01\0\x01\0\0\0\0\x01\0\0\0\x6e\0\0\0"
+                                                     "\x01\x01o\0\x15\0\0\0/org/freedesktop/DBus\0\0\0"
+                                                     "\x06\x01s\0\x14\0\0\0org.freedesktop.DBus\0\0\0\0"
+                                                     "\x02\x01s\0\x14\0\0\0org.freedesktop.DBus\0\0\0\0"
+                                                     "\x03\x01s\0\x05\0\0\0Hello\0\0\0",
+                                                     7 + 128);
+    QTest::newRow("it does not") << QByteArray("REJECTED EXTERNAL\r\n") << QByteArray();
 }
 
 void tst_BusGreeting::aBusIsGreetedAsThisUserAndAnswers() {
     QFETCH(const QByteArray, answer);
+    QFETCH(const QByteArray, next);
 
     BusSocket bus;
     bus.answer(answer);
@@ -60,7 +71,13 @@ void tst_BusGreeting::aBusIsGreetedAsThisUserAndAnswers() {
     for (const char digit : std::to_string(getuid())) {
         user.append('3').append(digit);
     }
-    QCOMPARE(bus.taken(), QByteArray("\0AUTH EXTERNAL ", 15) + user + "\r\n");
+    QCOMPARE(bus.taken(), QByteArray("\0AUTH EXTERNAL ", 15) + user + "\r\n" + next);
+}
+
+void tst_BusGreeting::aBusThatOnlyGreetsIsSilent() {
+    BusSocket bus;
+    bus.answerOnce("OK 1234deadbeef\r\n");
+    QVERIFY(isSilentBus(bus.address(), in(20ms)));
 }
 
 void tst_BusGreeting::aBusThatClosesTheConnectionIsNotWaitedFor() {
