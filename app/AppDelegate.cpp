@@ -1,15 +1,9 @@
 #include "AppDelegate.h"
 
-#include "artnet/DMX_Universe.h"
-#include "artnet/Transport.h"
-#include "commands/Resources.h"
-#include "controls/AccessibleFader.h"
-#include "controls/DMXControl.h"
-#include "controls/EditView.h"
-#include "fixtures/ControlView.h"
-#include "fixtures/UndrivenSlots.h"
-#include "plist/Reading.h"
+#include "console/Console.h"
+#include "panels/AccessibleView.h"
 #include "process/ProcessActivity.h"
+#include "process/ProcessSignals.h"
 #include "window/AddressField.h"
 #include "window/Sheets.h"
 
@@ -25,158 +19,104 @@ void quit() {
     QCoreApplication::exit();
 }
 
-// Belongs to the settings file as it is now.
-RecoveryFile presentRecoveryFile() {
-    return {RecoveryFile::defaultPath(), SettingsFile::defaultPath()};
-}
-
 } // namespace
 
-AppDelegate::AppDelegate(const QString& resources)
-    : defaults_(UserDefaults::defaultPath()), recoveryFile_(presentRecoveryFile()),
-      rig_(resourceFolder(resources), defaults_), places_(defaults_), savedState_(defaults_),
-      destination_(defaults_), patching_(rig_.settings(), rig_.profiles(), places_), fixtureTable_(patching_),
-      _window(places_), windows_(_window),
-      fixtureCommands_(_window, rig_.profiles(), rig_.settings(), patching_),
-      cueCommands_(rig_.settings(), _window.cueMenu()),
-      showKeeper_(recoveryFile_, [this] { return presentShow(); }) {
-    AccessibleFader::install();
+AppDelegate::AppDelegate(Console& console, ProcessSignals& processSignals)
+    : console_(console), fixtureTable_(console.patching()), _window(console.places()),
+      fixtureWindows_(console.fixtures(), console.places()),
+      windows_(_window, fixtureWindows_, console.engine(), console.fixtures()),
+      fixtureCommands_(_window, console.rig().profiles(), console.rig().settings(), console.patching()),
+      cueCommands_(console.cues(), console.stepper(), _window.cueMenu()),
+      menuWatch_([&engine = console.engine()](bool isOpen) { engine.setPaused(isOpen); }) {
+    AccessibleView::install();
     connectWindow();
-    connect(&processSignals_, &ProcessSignals::quitRequested, this, quit);
-    connect(&processSignals_, &ProcessSignals::frontRequested, &windows_, &ConsoleWindows::bringMainToFront);
+    connectConsole();
+    connect(&processSignals, &ProcessSignals::quitRequested, this, quit);
+    connect(&processSignals, &ProcessSignals::frontRequested, &windows_, &ConsoleWindows::bringMainToFront);
     connect(qApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::sessionEnds);
     qApp->installEventFilter(this);
 }
 
-// Widgets and universes go while the application object still stands. An open cell goes first and unread: the
-// window would hand its text to what is no longer there.
+// An open cell goes first and unread: the window would hand its text to what is no longer there.
 AppDelegate::~AppDelegate() {
     fixtureTable_.detach();
-    ControlView::reset();
-    DMXControl::reset();
-    EditView::release();
-    DMX_Universe::releaseUniverses();
+    fixtureWindows_.disconnect(this);
 }
 
 void AppDelegate::connectWindow() {
+    ShowKeeper* const showKeeper = &console_.showKeeper();
     connect(&_window, &MainWindow::quitChosen, this, quit);
     connect(&_window, &MainWindow::configurationChosen, this, &AppDelegate::askForConfiguration);
     connect(&_window.addressField(), &AddressField::txChange, this, &AppDelegate::setIPAddress);
     connect(&_window.cueMenu(), &CueMenu::newCueChosen, this, &AppDelegate::askForNewCue);
-    connect(&_window, &MainWindow::savedRigChosen, this, &AppDelegate::goBackToSavedRig);
-    connect(&_window.cueMenu(), &QMenu::triggered, &showKeeper_, &ShowKeeper::showChanged);
-    connect(&fixtureTable_, &FixtureTable::edited, &showKeeper_, &ShowKeeper::showChanged);
-    connect(&fixtureTable_, &FixtureTable::edited, this, clearUndrivenSlots);
+    connect(&_window, &MainWindow::savedRigChosen, this, [this] {
+        console_.goBackToSavedRig();
+        cueCommands_.setupCueMenu();
+    });
+    connect(&_window.cueMenu(), &QMenu::triggered, showKeeper, &ShowKeeper::showChanged);
+    connect(&fixtureTable_, &FixtureTable::edited, showKeeper, &ShowKeeper::showChanged);
     // For as long as the windows: the table's own end may yet take in a number that was being typed.
     connect(&fixtureTable_, &FixtureTable::edited, &windows_, [this] { windows_.scanWindows(); });
 }
 
+void AppDelegate::connectConsole() {
+    connect(&fixtureWindows_, &FixtureWindows::changed, this, &AppDelegate::takeUpWindows);
+    connect(&console_, &Console::aboutToReload, this, [this] {
+        _window.checkConfiguration(console_.rig().configName());
+        fixtureTable_.detach();
+    });
+    connect(&console_, &Console::fixturesReplaced, this, [this] { mainTitle_ = console_.mainWindowTitle(); });
+    connect(&console_, &Console::reloaded, this, [this] { fixtureTable_.attach(); });
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
-    const std::optional<ShowSnapshot> recovered = recoveryFile_.takeUp();
-    rig_.load(recovered);
-    cueCommands_.compactCues();
-    for (const QString& name : rig_.configurationNames()) {
+    for (const QString& name : console_.rig().configurationNames()) {
         _window.addConfiguration(name);
     }
-    _window.checkConfiguration(rig_.configName());
-    skt = createSocket(0);
+    _window.checkConfiguration(console_.rig().configName());
     _window.open();
-    createControlViews();
-    windows_.scanWindows(stringValue(defaults_.objectForKey(mainWindowTitleKey)));
-    if (recovered) {
-        restoreLevels(recovered->levels);
-    } else {
-        savedState_.restoreState(rig_.stateKey());
-    }
-    setIPAddress(destination_.text());
+    mainTitle_ = console_.mainWindowTitle();
+    fixtureWindows_.open();
+    _window.addressField().setText(console_.destination().text());
     fixtureTable_.attach();
     _window.showFixtures(fixtureTable_);
-    _window.showHistory(patching_.history());
-    _window.showOutput(destination_);
-    ticker_.start([this] { timerProc(); });
+    _window.showHistory(console_.patching().history());
+    _window.showOutput(console_.engine(), console_.destination());
+    console_.follow();
     beginActivity();
     cueCommands_.setupCueMenu();
-    savedState_.restoreControlSelections();
-    if (recovered) {
-        cueCommands_.setCurrCue(recovered->currCue);
+    _window.cueMenu().showCurrCue(console_.stepper().currCue());
+    console_.restoreControlSelections();
+    if (console_.isRecovered()) {
         _window.showRecoveryNotice();
     }
-    showKeeper_.start();
 }
 
-void AppDelegate::createControlViews() {
-    ControlView::controlViewsWithSettings(rig_.settings().views(), rig_.profiles(), places_);
-}
-
-void AppDelegate::timerProc() {
-    if (const auto* views = ControlView::controlViews()) {
-        for (const auto& view : *views) {
-            if (view->update()) {
-                showKeeper_.showChanged();
-            }
-        }
-    }
-    if (const auto* universes = DMX_Universe::universes()) {
-        for (const auto& [key, universe] : *universes) {
-            universe->sendWithSocket(skt, destination_.tx_address());
-        }
-    }
+// Brings the menus in line with the windows that are there, and once all are, the one that was in front to
+// the front.
+void AppDelegate::takeUpWindows() {
+    windows_.scanWindows(fixtureWindows_.areAllShown() ? std::exchange(mainTitle_, {}) : QString());
 }
 
 void AppDelegate::setIPAddress(const QString& dotted) {
-    destination_.setIPAddress(dotted);
-    _window.addressField().setText(destination_.text());
+    console_.setIPAddress(dotted);
+    _window.addressField().setText(console_.destination().text());
 }
 
 void AppDelegate::askForNewCue() {
     openTextSheet(_window,
                   {.message = "Enter new cue number", .informativeText = {}, .fieldLabel = "Cue number"},
                   [this](const QString& number) {
-                      cueCommands_.createCue(number);
-                      showKeeper_.showChanged();
+                      if (console_.createCue(number)) {
+                          cueCommands_.setupCueMenu();
+                      }
                   });
 }
 
 void AppDelegate::askForConfiguration(const QString& name) {
     openNumberSheet(
         _window, {.message = "Load Configuration", .informativeText = name, .fieldLabel = "Universe offset"},
-        [this, name](int universeOffset) { loadConfiguration(name, universeOffset); });
-}
-
-void AppDelegate::loadConfiguration(const QString& name, int universeOffset) {
-    if (rig_.loadConfiguration(name, universeOffset)) {
-        reloadSettings();
-    }
-}
-
-void AppDelegate::reloadSettings() {
-    cueCommands_.compactCues();
-    _window.checkConfiguration(rig_.configName());
-    fixtureTable_.detach();
-    patching_.forget();
-    ControlView::reset();
-    DMXControl::reset();
-    createControlViews();
-    clearUndrivenSlots();
-    windows_.scanWindows(stringValue(defaults_.objectForKey(mainWindowTitleKey)));
-    savedState_.restoreState(rig_.stateKey());
-    fixtureTable_.attach();
-    showKeeper_.showChanged();
-}
-
-ShowSnapshot AppDelegate::presentShow() const {
-    return {.settings = rig_.settings().dictionary(),
-            .configName = rig_.configName(),
-            .currCue = cueCommands_.currCue(),
-            .levels = presentLevels()};
-}
-
-void AppDelegate::goBackToSavedRig() {
-    recoveryFile_.moveAside();
-    rig_.load({});
-    reloadSettings();
-    cueCommands_.setCurrCue({});
-    cueCommands_.setupCueMenu();
+        [this, name](int universeOffset) { console_.loadConfiguration(name, universeOffset); });
 }
 
 // A desktop that asks the program to quit gets what the Quit command does, see quit().
@@ -195,25 +135,5 @@ void AppDelegate::sessionEnds() {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    if (std::exchange(terminated_, true)) {
-        return;
-    }
-    showKeeper_.stop();
-    savedState_.saveState(rig_.stateKey());
-    // Before the settings: the recovery file is no longer taken up once they are others.
-    defaults_.synchronize();
-    const bool settingsSaved = rig_.save();
-    rig_.rememberConfigName();
-    if (const QString title = windows_.frontTitle(); !title.isNull()) {
-        defaults_.setObject(title, mainWindowTitleKey);
-    }
-    savedState_.saveControlSelections();
-    if (defaults_.synchronize() && settingsSaved) {
-        recoveryFile_.remove();
-        return;
-    }
-    if (settingsSaved) {
-        recoveryFile_ = presentRecoveryFile();
-    }
-    recoveryFile_.write(presentShow());
+    console_.terminate(windows_.frontTitle());
 }

@@ -1,9 +1,5 @@
 #include "BenchRig.h"
 
-#include "artnet/DMX_Universe.h"
-#include "controls/DMXControl.h"
-#include "fixtures/ControlView.h"
-
 #include <QApplication>
 
 namespace {
@@ -22,38 +18,38 @@ QVariantList columnsOfFaders(int controlCount) {
     return entries;
 }
 
-BenchRig::BenchRig(int universeCount, int controlsPerUniverse) {
+BenchRig::BenchRig(int universeCount, int controlsPerUniverse)
+    : fixtures_(engine_, faders_, profiles_), windows_(fixtures_, places_) {
     profiles_.setTable(QVariantMap{{"Faders", columnsOfFaders(controlsPerUniverse)}});
+    QVariantList placements;
     for (int universe = 0; universe < universeCount; ++universe) {
-        ControlView::controlViewWithSettings({{"name", QString("Fixture %1").arg(universe)},
-                                              {"address", 1},
-                                              {"universe", universe},
-                                              {"profiles", QVariantList{QVariantMap{{"profile", "Faders"}}}}},
-                                             profiles_, places_);
+        placements.append(QVariantMap{{"name", QString("Fixture %1").arg(universe)},
+                                      {"address", 1},
+                                      {"universe", universe},
+                                      {"profiles", QVariantList{QVariantMap{{"profile", "Faders"}}}}});
+    }
+    fixtures_.replaceAll(placements);
+    windows_.open();
+    for (const auto& fixture : fixtures_.rows()) {
+        windows_.windowOf(*fixture); // those that would come later
     }
     showWindows(false);
 }
 
-BenchRig::~BenchRig() {
-    ControlView::reset();
-    DMXControl::reset();
-    DMX_Universe::releaseUniverses();
-}
-
 void BenchRig::showWindows(bool shown) const {
-    for (const auto& view : *ControlView::controlViews()) {
-        view->window()->setVisible(shown);
+    for (FixtureWindow* const window : windows_.windows()) {
+        window->setVisible(shown);
     }
     QApplication::processEvents();
 }
 
 BenchRig& rigOf(int universeCount) {
     if (!gRig || universeCount != gUniverseCount) {
-        gRig.reset(); // first: the registries know one rig at a time
+        gRig.reset(); // first: two full rigs are more than there is room for
         gRig = std::make_unique<BenchRig>(universeCount);
         gUniverseCount = universeCount;
     }
-    for (const auto& [key, control] : DMXControl::controlsByName()) {
+    for (DMXControl* const control : gRig->faders().sorted()) {
         control->setDefault();
     }
     return *gRig;
@@ -61,13 +57,4 @@ BenchRig& rigOf(int universeCount) {
 
 void releaseRig() {
     gRig.reset();
-}
-
-void tick(int socket) {
-    for (const auto& view : *ControlView::controlViews()) {
-        view->update();
-    }
-    for (const auto& [key, universe] : *DMX_Universe::universes()) {
-        universe->sendWithSocket(socket, tickAddress);
-    }
 }

@@ -1,22 +1,25 @@
 #pragma once
 
-#include "fixtures/Profiles.h"
-#include "fixtures/WindowPlaces.h"
+#include "output/Engine.h"
+#include "panels/FixtureWindows.h"
+#include "rig/Faders.h"
+#include "rig/Fixtures.h"
+#include "rig/Profiles.h"
+#include "rig/WindowPlaces.h"
 
 #include <QVariantMap>
-
-#include <map>
 
 /// A rig of full universes: one fixture of 512 eight-bit controls in each, in columns of 32, windows hidden
 /// unless asked for. Gone with the object.
 class BenchRig {
 public:
     explicit BenchRig(int universeCount, int controlsPerUniverse = 512);
-    ~BenchRig();
-    BenchRig(const BenchRig&) = delete;
-    BenchRig& operator=(const BenchRig&) = delete;
 
     void showWindows(bool shown) const;
+
+    /// Ticked by hand; without a socket of its own nothing is sent.
+    Engine& engine() { return engine_; }
+    Faders& faders() { return faders_; }
 
 private:
     class NoPlaces : public WindowPlaces {
@@ -26,8 +29,12 @@ private:
         void forgetPlace(const QString&) override {}
     };
 
+    Engine engine_;
+    Faders faders_;
     Profiles profiles_;
+    Fixtures fixtures_;
     NoPlaces places_;
+    FixtureWindows windows_;
 };
 
 /// The rig of that many universes, kept between benchmarks and at rest.
@@ -36,10 +43,3 @@ void releaseRig();
 
 /// A profile of `controlCount` faders in columns of 32.
 QVariantList columnsOfFaders(int controlCount);
-
-/// Where the ticks are sent to: 127.0.0.250, the Art-Net port.
-inline constexpr std::uint32_t tickAddress = 0x7F0000FA;
-inline constexpr std::uint16_t tickPort = 6454;
-
-/// What one tick does; with socket -1 nothing is sent.
-void tick(int socket);

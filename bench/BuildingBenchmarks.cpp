@@ -1,6 +1,4 @@
 #include "BenchRig.h"
-#include "controls/DMXControl.h"
-#include "fixtures/ControlView.h"
 
 #include <benchmark/benchmark.h>
 
@@ -8,6 +6,7 @@
 
 #include <fstream>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -52,27 +51,30 @@ void switchRigOfFortyFixtures(benchmark::State& state) {
 }
 
 void restoreEveryLevel(benchmark::State& state) {
-    rigOf(256);
+    Faders& faders = rigOf(256).faders();
     QStringList keys;
-    for (const auto& [key, control] : DMXControl::controlsByName()) {
-        keys.append(key);
+    for (const DMXControl* const control : faders.sorted()) {
+        keys.append(control->key());
     }
     while (state.KeepRunning()) {
         for (const QString& key : keys) {
-            DMXControl::setControl(key, 100, 0);
+            faders.setControl(key, 100, 0);
         }
     }
 }
 
 // What a cue does once its records are found.
 void setEveryLevel(benchmark::State& state) {
-    rigOf(256);
+    const Faders& faders = rigOf(256).faders();
     std::uint32_t level = 0;
     while (state.KeepRunning()) {
         ++level;
-        for (const auto& [key, control] : DMXControl::controlsByName()) {
-            control->setDMXValue(level % 2, 0);
+        std::vector<FaderChange> changes;
+        changes.reserve(faders.count());
+        for (DMXControl* const control : faders.sorted()) {
+            changes.push_back({.fader = control, .value = level % 2, .time = 0});
         }
+        Faders::setDMXValues(changes);
     }
 }
 

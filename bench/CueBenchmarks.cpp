@@ -1,5 +1,4 @@
 #include "BenchRig.h"
-#include "controls/DMXControl.h"
 #include "cues/CueStepper.h"
 #include "cues/CueStore.h"
 #include "settings/Settings.h"
@@ -10,19 +9,16 @@ namespace {
 
 constexpr int fullRig = 256; // universes: 131,072 controls
 
-void setEveryLevel(std::uint32_t level) {
-    for (const auto& [key, control] : DMXControl::controlsByName()) {
-        control->setDMXValue(level, 0);
-    }
-}
-
 // A cue table over the full rig in which every control has a record.
 class FullCues {
 public:
-    FullCues() : settings_(QVariantMap()), store_(settings_), stepper_(store_) {
-        rigOf(fullRig);
+    FullCues()
+        : faders_(rigOf(fullRig).faders()), settings_(QVariantMap()), store_(settings_, faders_),
+          stepper_(store_, faders_) {
+        for (DMXControl* const control : faders_.sorted()) {
+            control->setDMXValue(100, 0);
+        }
         for (const char* const number : {"1", "2"}) {
-            setEveryLevel(100);
             store_.create(number);
             store_.store(number);
         }
@@ -32,6 +28,7 @@ public:
     CueStepper& stepper() { return stepper_; }
 
 private:
+    Faders& faders_;
     Settings settings_;
     CueStore store_;
     CueStepper stepper_;
@@ -41,7 +38,7 @@ void executeCue(benchmark::State& state) {
     FullCues cues;
     const QVariant entry = cues.store().entry("1");
     while (state.KeepRunning()) {
-        CueStepper::executeCue(entry);
+        cues.stepper().executeCue(entry);
     }
 }
 
@@ -61,10 +58,10 @@ void nextCue(benchmark::State& state) {
 
 // A control's place in the registry, its key and its level: every cue command has to go there.
 void floorWalk(benchmark::State& state) {
-    rigOf(fullRig);
+    const Faders& faders = rigOf(fullRig).faders();
     while (state.KeepRunning()) {
-        for (const auto& [key, control] : DMXControl::controlsByName()) {
-            benchmark::DoNotOptimize(key.size() + control->value());
+        for (const DMXControl* const control : faders.sorted()) {
+            benchmark::DoNotOptimize(control->key().size() + control->value());
         }
     }
 }

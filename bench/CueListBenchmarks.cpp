@@ -1,12 +1,12 @@
 #include "BenchRig.h"
-#include "cues/CueCommands.h"
-#include "cues/CueMenu.h"
 #include "cues/CueStepper.h"
 #include "cues/CueStore.h"
 #include "plist/PlistNode.h"
 #include "plist/PropertyList.h"
 #include "settings/Settings.h"
 #include "settings/SettingsFile.h"
+#include "window/CueCommands.h"
+#include "window/CueMenu.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -34,7 +34,9 @@ QVariantMap manyCues() {
 /// The cue table of a console without fixtures.
 class ManyCues {
 public:
-    ManyCues() : settings_(manyCues()), commands_(settings_, menu_), store_(settings_), stepper_(store_) {
+    ManyCues()
+        : settings_(manyCues()), store_(settings_, faders_), stepper_(store_, faders_),
+          commands_(store_, stepper_, menu_) {
         releaseRig();
     }
 
@@ -44,11 +46,12 @@ public:
     CueStepper& stepper() { return stepper_; }
 
 private:
+    Faders faders_;
     Settings settings_;
     CueMenu menu_;
-    CueCommands commands_;
     CueStore store_;
     CueStepper stepper_;
+    CueCommands commands_;
 };
 
 // What the library takes to parse the file and to give it back.
@@ -117,7 +120,9 @@ void makeAndDeleteOneOfManyCues(benchmark::State& state) {
     ManyCues cues;
     cues.commands().setupCueMenu();
     while (state.KeepRunning()) {
-        cues.commands().createCue("500.55");
+        cues.store().create("500.55");
+        cues.stepper().setCurrCue("500.55");
+        cues.commands().setupCueMenu();
         emit cues.menu().cueAction(CueMenu::DeleteCue, "Delete Cue");
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }

@@ -1,6 +1,5 @@
 #include "BenchRig.h"
 #include "Floors.h"
-#include "controls/DMXControl.h"
 
 #include <QApplication>
 
@@ -20,8 +19,8 @@ public:
     }
 
     // Every fader shows another level than before.
-    static void moveAll(std::uint32_t step) {
-        for (const auto& [key, control] : DMXControl::controlsByName()) {
+    void moveAll(std::uint32_t step) const {
+        for (DMXControl* const control : rig_->faders().sorted()) {
             control->setDMXValue(step % 2 == 0 ? 100 : 101, 0);
         }
     }
@@ -36,7 +35,7 @@ void drawMovingFaders(benchmark::State& state) {
     std::uint32_t step = 0;
     while (state.KeepRunning()) {
         state.PauseTiming();
-        VisibleFaders::moveAll(++step);
+        faders.moveAll(++step);
         state.ResumeTiming();
         QApplication::processEvents();
     }
@@ -47,7 +46,7 @@ void moveVisibleFaders(benchmark::State& state) {
     const VisibleFaders faders(static_cast<int>(state.range(0)));
     std::uint32_t step = 0;
     while (state.KeepRunning()) {
-        VisibleFaders::moveAll(++step);
+        faders.moveAll(++step);
         state.PauseTiming();
         QApplication::processEvents();
         state.ResumeTiming();

@@ -2,17 +2,16 @@
 #include "Floors.h"
 #include "artnet/Transport.h"
 #include "clock/MonotonicClock.h"
-#include "controls/DMXControl.h"
+#include "output/TickGrid.h"
 
 #include <benchmark/benchmark.h>
-
-#include <unistd.h>
 
 namespace {
 
 constexpr int controlsPerUniverse = 512;
-constexpr int noSocket = -1;
-constexpr std::uint64_t tickNanoseconds = 33'300'000;
+// Where the ticks are sent to: 127.0.0.250, the Art-Net port.
+constexpr std::uint32_t tickAddress = 0x7F0000FA;
+constexpr std::uint16_t tickPort = 6454;
 
 // A clock that moves on with the ticks, so that fades move as they do in a show.
 std::uint64_t gNow = 0;
@@ -28,54 +27,56 @@ public:
     ShowClock& operator=(const ShowClock&) = delete;
 };
 
-void nextTick(int socket) {
+void nextTick(BenchRig& rig) {
     gNow += tickNanoseconds;
-    tick(socket);
+    rig.engine().tick();
 }
 
 void tickIdle(benchmark::State& state) {
     const ShowClock clock;
-    rigOf(static_cast<int>(state.range(0)));
-    nextTick(noSocket);
+    BenchRig& rig = rigOf(static_cast<int>(state.range(0)));
+    nextTick(rig);
     while (state.KeepRunning()) {
-        nextTick(noSocket);
+        nextTick(rig);
     }
 }
 
-void tickOneChange(benchmark::State& state, int socket) {
+void tickOneChange(benchmark::State& state) {
     const ShowClock clock;
-    rigOf(static_cast<int>(state.range(0)));
-    DMXControl& control = *DMXControl::controlsByName().begin()->second;
+    BenchRig& rig = rigOf(static_cast<int>(state.range(0)));
+    DMXControl& control = *rig.faders().sorted().front();
     while (state.KeepRunning()) {
         control.setValue(control.value() ^ 1U);
-        nextTick(socket);
+        nextTick(rig);
     }
 }
 
 // Every level changes with every tick; the fades are turned round before they end.
-void tickAllFade(benchmark::State& state, int socket) {
+void tickAllFade(benchmark::State& state) {
     constexpr float fadeSeconds = 8;
     constexpr int ticksPerFade = 200;
     const ShowClock clock;
-    rigOf(static_cast<int>(state.range(0)));
+    BenchRig& rig = rigOf(static_cast<int>(state.range(0)));
     int ticks = 0;
     while (state.KeepRunning()) {
         if (ticks++ % ticksPerFade == 0) {
             state.PauseTiming();
-            for (const auto& [key, control] : DMXControl::controlsByName()) {
+            for (DMXControl* const control : rig.faders().sorted()) {
                 control->setDMXValue(control->value() < control->max() / 2 ? control->max() : 0, fadeSeconds);
             }
             state.ResumeTiming();
         }
-        nextTick(socket);
+        nextTick(rig);
     }
 }
 
-void withSocket(benchmark::State& state, void (*measure)(benchmark::State&, int)) {
+void withSocket(benchmark::State& state, void (*measure)(benchmark::State&)) {
     const Floors::Receiver receiver(tickAddress, tickPort);
-    const int socket = createSocket(0);
-    measure(state, socket);
-    ::close(socket);
+    Engine& engine = rigOf(static_cast<int>(state.range(0))).engine();
+    engine.setSocket(createSocket(0));
+    engine.setAddress(tickAddress);
+    measure(state);
+    engine.setSocket(-1);
 }
 
 void tickOneChangeSent(benchmark::State& state) {
@@ -85,10 +86,10 @@ void tickAllFadeSent(benchmark::State& state) {
     withSocket(state, tickAllFade);
 }
 void tickOneChangeUnsent(benchmark::State& state) {
-    tickOneChange(state, noSocket);
+    tickOneChange(state);
 }
 void tickAllFadeUnsent(benchmark::State& state) {
-    tickAllFade(state, noSocket);
+    tickAllFade(state);
 }
 
 void floorScan(benchmark::State& state) {

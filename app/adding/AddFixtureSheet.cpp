@@ -4,8 +4,8 @@
 #include "adding/FixtureChoices.h"
 #include "adding/PlacementForm.h"
 #include "adding/PlacementNote.h"
-#include "fixtures/Placement.h"
 #include "library/FixtureLibrary.h"
+#include "rig/Placement.h"
 #include "settings/Settings.h"
 
 #include <QCoreApplication>
@@ -71,8 +71,8 @@ FixtureChoice choiceOf(const LibraryMode& mode) {
 
 AddFixtureSheet::AddFixtureSheet(QWidget& window, const FixtureSources& sources)
     : QDialog(&window), sources_(sources), words_(new QLineEdit), choices_(new FixtureChoices(this)),
-      list_(new QTreeView), form_(new PlacementForm(presentPatch())), preview_(new ControlPreview),
-      remarks_(new QPlainTextEdit), note_(new QLabel),
+      list_(new QTreeView), form_(new PlacementForm(presentPatch(sources.patching.editor().fixtures()))),
+      preview_(new ControlPreview), remarks_(new QPlainTextEdit), note_(new QLabel),
       buttons_(new QDialogButtonBox(QDialogButtonBox::Cancel)) {
     setWindowTitle("Add Fixture");
     resize(sheetSize);
@@ -145,7 +145,7 @@ void AddFixtureSheet::connectFields() {
             &AddFixtureSheet::showChoice);
     connect(form_, &PlacementForm::changed, this, &AddFixtureSheet::showPlacement);
     connect(&sources_.patching, &Patching::patchChanged, this, [this] {
-        form_->setPatch(presentPatch());
+        form_->setPatch(presentPatch(sources_.patching.editor().fixtures()));
         showChoice(); // its profile may have gone with a step that was undone
     });
     connect(&sources_.library, &FixtureLibrary::indexed, this, &AddFixtureSheet::listLibrary);

@@ -3,9 +3,9 @@
 #include "adding/FixtureChoices.h"
 #include "adding/FixtureOrder.h"
 #include "adding/ProfileUse.h"
-#include "fixtures/Placement.h"
 #include "library/FixtureImport.h"
 #include "patch/Patch.h"
+#include "rig/Placement.h"
 #include "settings/Settings.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fixtures/Profiles.h"
+#include "rig/Profiles.h"
 
 #include <QStringList>
 #include <QVariantMap>

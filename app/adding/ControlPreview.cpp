@@ -1,7 +1,7 @@
 #include "adding/ControlPreview.h"
 
 #include "patch/Patch.h"
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 
 #include <QHeaderView>
 

@@ -1,6 +1,6 @@
 #include "adding/FixtureChoices.h"
 
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 
 #include <algorithm>
 #include <array>

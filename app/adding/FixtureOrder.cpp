@@ -1,8 +1,8 @@
 #include "adding/FixtureOrder.h"
 
-#include "controls/ControlDefinition.h"
-#include "controls/Encoding.h"
-#include "fixtures/Placement.h"
+#include "levels/Encoding.h"
+#include "rig/ControlDefinition.h"
+#include "rig/Placement.h"
 
 #include <QRegularExpression>
 #include <QSet>

@@ -1,6 +1,6 @@
 #include "adding/PlacementForm.h"
 
-#include "controls/Encoding.h"
+#include "levels/Encoding.h"
 #include "patch/FreeAddress.h"
 
 #include <QFormLayout>

@@ -3,7 +3,7 @@
 #include "adding/FixtureOrder.h"
 #include "patch/Overlaps.h"
 #include "patch/Patch.h"
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 #include "adding/ProfileUse.h"
 
-#include "controls/ControlDefinition.h"
-#include "fixtures/Placement.h"
-#include "fixtures/Profiles.h"
 #include "plist/Reading.h"
+#include "rig/ControlDefinition.h"
+#include "rig/Placement.h"
+#include "rig/Profiles.h"
 #include "settings/Settings.h"
 
 #include <QStringList>

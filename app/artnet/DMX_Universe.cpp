@@ -1,6 +1,5 @@
 #include "artnet/DMX_Universe.h"
 
-#include "artnet/OutageLog.h"
 #include "artnet/SocketAddress.h"
 #include "clock/MonotonicClock.h"
 
@@ -8,9 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <optional>
-#include <string_view>
 
 namespace {
 
@@ -30,53 +26,17 @@ constexpr std::array<std::uint8_t, headerSize> art_hdr = {
     0,    0,    0,   0,   0,   0,           // Sequence, Physical, SubUni, Net and Length: zero until a send
 };
 
-std::optional<DMX_Universe::Registry> gUniverses;
-OutageLog gOutageLog;
-
-// The number in at least five digits, zeros in front; a sign counts as one of them.
-using KeyBuffer = std::array<char, 16>;
-std::string_view keyOf(std::int32_t number, KeyBuffer& buffer) {
-    // The universes that there are in Art-Net, digit by digit: every fixture asks for its own in every tick,
-    // and printing takes longer than finding.
-    if (number >= 0 && number <= 99'999) {
-        for (std::size_t digit = 5; digit-- > 0; number /= 10) {
-            buffer[digit] = static_cast<char>('0' + number % 10);
-        }
-        return {buffer.data(), 5};
-    }
-    const int length = std::snprintf(buffer.data(), buffer.size(), "%05d", number);
-    return {buffer.data(), static_cast<std::size_t>(length)};
-}
-
 } // namespace
-
-DMX_Universe& DMX_Universe::getUniverse(std::int32_t number) {
-    KeyBuffer buffer{};
-    const std::string_view key = keyOf(number, buffer);
-    if (!gUniverses) {
-        gUniverses.emplace();
-    }
-    auto entry = gUniverses->find(key);
-    if (entry == gUniverses->end()) {
-        entry = gUniverses->emplace(key, std::make_unique<DMX_Universe>()).first;
-        entry->second->setUniverse(static_cast<std::uint32_t>(number));
-    }
-    return *entry->second;
-}
-
-const DMX_Universe::Registry* DMX_Universe::universes() {
-    return gUniverses ? &*gUniverses : nullptr;
-}
-
-void DMX_Universe::releaseUniverses() {
-    gUniverses.reset();
-}
 
 DMX_Universe::DMX_Universe() {
     std::ranges::copy(art_hdr, buf.begin());
 }
 
 std::span<std::uint8_t, DMX_Universe::slotCount> DMX_Universe::dmx() {
+    return std::span(buf).subspan<headerSize, slotCount>();
+}
+
+std::span<const std::uint8_t, DMX_Universe::slotCount> DMX_Universe::dmx() const {
     return std::span(buf).subspan<headerSize, slotCount>();
 }
 
@@ -107,7 +67,6 @@ std::int32_t DMX_Universe::sendWithSocket(int socket, std::uint32_t toAddress) {
 // Right after the attempt, while errno is its own.
 void DMX_Universe::noteSend(bool succeeded) {
     sendRecord_.error = succeeded ? 0 : errno;
-    gOutageLog.note(sendRecord_.error);
     sendRecord_.sent += succeeded ? 1 : 0;
     last_tx = monotonicNanoseconds();
     sendRecord_.lastNanoseconds = last_tx;

@@ -4,11 +4,7 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <map>
-#include <memory>
 #include <span>
-#include <string>
 
 /// What became of a universe's sends.
 struct SendRecord {
@@ -25,20 +21,11 @@ public:
     static constexpr std::size_t packetSize = 530;
     static constexpr std::size_t slotCount = 512;
 
-    /// Every universe asked for so far, under its number in five digits: "00001" is universe 1.
-    using Registry = std::map<std::string, std::unique_ptr<DMX_Universe>, std::less<>>;
-
-    /// The universe of that number, made on first use. Finding one that exists allocates nothing.
-    static DMX_Universe& getUniverse(std::int32_t number);
-    /// The registry, or null before the first getUniverse().
-    static const Registry* universes();
-    /// Drops every universe and the registry with them; universes() is null again.
-    static void releaseUniverses();
-
     DMX_Universe();
 
     /// The slots, DMX slot n (1..512) at index n - 1. Valid as long as the universe lives.
     std::span<std::uint8_t, slotCount> dmx();
+    std::span<const std::uint8_t, slotCount> dmx() const;
     /// Puts every slot that is not among `kept`, DMX slot n at bit n - 1, to 0; when one of them was not, the
     /// universe needs transmission.
     void clearSlotsExcept(const std::bitset<slotCount>& kept);

@@ -1,10 +1,10 @@
 #include "check/PatchCheck.h"
 
 #include "check/Report.h"
-#include "controls/Encoding.h"
+#include "levels/Encoding.h"
 #include "patch/Overlaps.h"
 #include "patch/Patch.h"
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 
 #include <QHash>
 

@@ -3,8 +3,8 @@
 #include "check/ProfileLoops.h"
 #include "check/Report.h"
 #include "check/StoredTypes.h"
-#include "controls/ControlDefinition.h"
 #include "plist/Reading.h"
+#include "rig/ControlDefinition.h"
 
 #include <QSet>
 #include <QStringList>

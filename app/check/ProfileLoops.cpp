@@ -1,7 +1,7 @@
 #include "check/ProfileLoops.h"
 
-#include "controls/ControlDefinition.h"
 #include "plist/Reading.h"
+#include "rig/ControlDefinition.h"
 
 #include <QSet>
 

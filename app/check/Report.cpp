@@ -1,6 +1,6 @@
 #include "check/Report.h"
 
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 
 #include <algorithm>
 

@@ -3,11 +3,12 @@
 #include "check/PatchCheck.h"
 #include "check/Report.h"
 #include "check/StoredTypes.h"
+#include "cues/CueNumber.h"
 #include "cues/CueStore.h"
-#include "fixtures/Placement.h"
-#include "fixtures/Profiles.h"
 #include "patch/Patch.h"
 #include "plist/Reading.h"
+#include "rig/Placement.h"
+#include "rig/Profiles.h"
 #include "settings/LevelRecord.h"
 #include "settings/Settings.h"
 
@@ -62,9 +63,9 @@ void checkCue(const QVariant& entry, const FaderKeys& keys, const QString& place
 }
 
 void checkCues(const QVariantMap& rig, const FaderKeys& keys, const QString& place, Report& report) {
-    Settings settings(rig);
-    for (const QString& number : CueStore(settings).sortedCueList()) {
-        checkCue(settings.cues().value(number), keys, place + "cue " + quoted(number), report);
+    const QVariantMap cues = Settings(rig).cues();
+    for (const QString& number : sortedCueNumbers(cues.keys())) {
+        checkCue(cues.value(number), keys, place + "cue " + quoted(number), report);
     }
 }
 

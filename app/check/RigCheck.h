@@ -1,7 +1,7 @@
 #pragma once
 
 #include "check/ProfileCheck.h"
-#include "fixtures/ProfileExpansion.h"
+#include "rig/ProfileExpansion.h"
 
 #include <QSet>
 #include <QString>

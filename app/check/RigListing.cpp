@@ -3,16 +3,17 @@
 #include "check/FileCheck.h"
 #include "check/Report.h"
 #include "check/RigFile.h"
-#include "controls/ControlDefinition.h"
+#include "cues/CueNumber.h"
 #include "cues/CueRecords.h"
 #include "cues/CueStore.h"
-#include "fixtures/Placement.h"
-#include "fixtures/Profiles.h"
 #include "patch/Patch.h"
 #include "plist/Reading.h"
+#include "rig/ControlDefinition.h"
+#include "rig/Placement.h"
+#include "rig/Profiles.h"
+#include "rig/ShownText.h"
 #include "settings/Configurations.h"
 #include "settings/Settings.h"
-#include "widgets/ShownText.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -81,10 +82,9 @@ Row cueRow(const QString& number, const QVariant& entry) {
 
 std::vector<Row> cueRows(const QVariantMap& rig) {
     std::vector<Row> rows{{"Cue", "Faders", "Longest fade"}};
-    Settings settings(rig);
-    const CueStore cues(settings);
-    for (const QString& number : cues.sortedCueList()) {
-        rows.push_back(cueRow(number, cues.entry(number)));
+    const QVariantMap cues = Settings(rig).cues();
+    for (const QString& number : sortedCueNumbers(cues.keys())) {
+        rows.push_back(cueRow(number, cues.value(number)));
     }
     return rows;
 }

@@ -3,7 +3,7 @@
 #include "check/FileCheck.h"
 #include "check/RigListing.h"
 #include "commands/CommandLine.h"
-#include "commands/Resources.h"
+#include "console/Resources.h"
 #include "settings/SettingsFile.h"
 #include "settings/UserDefaults.h"
 
@@ -37,7 +37,8 @@ int ended(const QStringList& lines, const QStringList& notLookedAt, int status) 
 int checkCommand(const CommandLine& commandLine, int argc, char** argv) {
     const QCoreApplication application(argc, argv); // knows the program's folder
     std::setlocale(LC_NUMERIC, "C");                // it sets the user's, and stored numbers have none
-    const RigPaths paths{.tables = resourceFolder(commandLine.resources),
+    const RigPaths paths{.tables =
+                             resourceFolder(commandLine.resources, QCoreApplication::applicationDirPath()),
                          .settings = SettingsFile::defaultPath(),
                          .defaults = UserDefaults::defaultPath()};
     if (commandLine.task == CommandLine::List) {

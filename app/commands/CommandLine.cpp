@@ -1,23 +1,20 @@
 #include "commands/CommandLine.h"
 
+#include "commands/Answers.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
-
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
 constexpr auto description = "Faderhall is a lighting console: faders on the screen, DMX512 over Art-Net.";
 
-CommandLine refused(const QString& reason) {
-    std::fprintf(stderr, "faderhall: %s\nTry 'faderhall --help'.\n", qUtf8Printable(reason));
-    return {.task = {}, .resources = {}, .toImport = {}, .exitStatus = EXIT_FAILURE};
-}
+constexpr QLatin1StringView programName("faderhall");
 
-CommandLine answered(const QString& answer) {
-    std::printf("%s\n", qUtf8Printable(answer.trimmed()));
-    return {.task = {}, .resources = {}, .toImport = {}, .exitStatus = EXIT_SUCCESS};
+CommandLine ended(int status) {
+    CommandLine commandLine;
+    commandLine.exitStatus = status;
+    return commandLine;
 }
 
 // What the program can be told, in the order in which its help tells it.
@@ -68,26 +65,27 @@ CommandLine::Task taskOf(const QCommandLineParser& parser, const Options& option
 
 CommandLine readCommandLine(int argc, char** argv) {
     const QCoreApplication application(argc, argv); // the parser's texts ask it for the program's name
-    QCoreApplication::setApplicationName("faderhall");
+    QCoreApplication::setApplicationName(programName);
     QCoreApplication::setApplicationVersion(FADERHALL_VERSION);
     const Options options;
     QCommandLineParser parser;
     parser.setApplicationDescription(description);
     parser.addOptions(options.all());
     if (!parser.parse(QCoreApplication::arguments())) {
-        return refused(parser.errorText());
+        return ended(refuse(programName, parser.errorText()));
     }
     if (parser.isSet(options.help)) {
-        return answered(parser.helpText());
+        return ended(answer(parser.helpText()));
     }
     if (parser.isSet(options.version)) {
-        return answered(QString("faderhall %1").arg(QCoreApplication::applicationVersion()));
+        return ended(answer(QString("%1 %2").arg(programName, QCoreApplication::applicationVersion())));
     }
     if (const QString reason = contradictionIn(parser, options); !reason.isNull()) {
-        return refused(reason);
+        return ended(refuse(programName, reason));
     }
     return {.task = taskOf(parser, options),
             .resources = parser.value(options.resources),
+            .programFolder = QCoreApplication::applicationDirPath(),
             .toImport = {.files = parser.values(options.fixtures) + parser.positionalArguments(),
                          .mode = parser.value(options.mode),
                          .into = parser.value(options.into)},

@@ -12,6 +12,7 @@ struct CommandLine {
     enum Task { Console, Check, List, Import };
     Task task = Console;
     QString resources;             ///< the folder of the tables; null when none is given
+    QString programFolder;         ///< in which the program stands
     ImportRequest toImport;        ///< what the task Import is about
     std::optional<int> exitStatus; ///< stands when all is said and the program has to end
 };

@@ -2,6 +2,11 @@
 
 #include "plist/Reading.h"
 
+#include <algorithm>
+#include <functional>
+#include <utility>
+#include <vector>
+
 namespace {
 
 int order(const auto& first, const auto& second) {
@@ -26,4 +31,18 @@ CueNumberComponents cueNumberComponents(QStringView number) {
 int compareCueNumbers(const QString& first, const QString& second, const void*) {
     const int byComponents = order(cueNumberComponents(first), cueNumberComponents(second));
     return byComponents != 0 ? byComponents : order(first.compare(second), 0);
+}
+
+// Each number is taken apart once and not for each comparison. The order is compareCueNumbers()'s.
+QStringList sortedCueNumbers(const QStringList& numbers) {
+    std::vector<std::pair<CueNumberComponents, QString>> sorted;
+    for (const QString& number : numbers) {
+        sorted.emplace_back(cueNumberComponents(number), number);
+    }
+    std::ranges::sort(sorted, std::less());
+    QStringList result;
+    for (auto& [components, number] : sorted) {
+        result.append(std::move(number));
+    }
+    return result;
 }

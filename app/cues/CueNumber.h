@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 #include <QVarLengthArray>
 
@@ -13,3 +14,6 @@ CueNumberComponents cueNumberComponents(QStringView number);
 /// `second`, 1 when after, 0 when they are equal. Component by component; then the one with fewer components
 /// first; then the plain text, so that different texts are never equal.
 int compareCueNumbers(const QString& first, const QString& second, const void* context = nullptr);
+
+/// The numbers in ascending order.
+QStringList sortedCueNumbers(const QStringList& numbers);

@@ -108,13 +108,21 @@ QVariant compactCueEntry(const QVariant& entry) {
     return isCompact ? cueEntry(recordsOf(list)) : entry;
 }
 
+std::optional<CueRecords> recordsAsTheyStand(const QVariant& entry) {
+    if (entry.typeId() == qMetaTypeId<CueRecords>()) {
+        return entry.value<CueRecords>();
+    }
+    return entry.typeId() == QMetaType::QVariantList ? std::optional(recordsOf(entry.toList()))
+                                                     : std::nullopt;
+}
+
 std::optional<CueRecords> recordsByKey(const QVariant& entry) {
-    const bool isCompact = entry.typeId() == qMetaTypeId<CueRecords>();
-    if (!isCompact && entry.typeId() != QMetaType::QVariantList) {
+    const std::optional<CueRecords> records =
+        recordsAsTheyStand(entry); // constant: looking at them copies none
+    if (!records) {
         return {};
     }
-    CueRecords records = isCompact ? entry.value<CueRecords>() : recordsOf(entry.toList());
     const auto outOfOrder =
-        std::ranges::adjacent_find(records, std::ranges::greater_equal(), &CueRecord::key);
-    return outOfOrder == records.end() ? records : sorted(std::move(records));
+        std::ranges::adjacent_find(*records, std::ranges::greater_equal(), &CueRecord::key);
+    return outOfOrder == records->end() ? records : sorted(*records);
 }

@@ -27,6 +27,9 @@ QVariant cueEntry(const CueRecords& records);
 /// what would read or be written otherwise stays as it is.
 QVariant compactCueEntry(const QVariant& entry);
 
-/// The records of an entry in the order of their keys, as DMXControl::controlsByName() has them. Where
+/// The records of an entry. Nothing when it is no list.
+std::optional<CueRecords> recordsAsTheyStand(const QVariant& entry);
+
+/// The records of an entry in the order of their keys, as Faders::sorted() has them. Where
 /// several carry the same key, the last one of them alone. Nothing when the entry is no list.
 std::optional<CueRecords> recordsByKey(const QVariant& entry);

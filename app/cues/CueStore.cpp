@@ -1,21 +1,13 @@
 #include "cues/CueStore.h"
 
-#include "controls/DMXControl.h"
 #include "cues/CueNumber.h"
 #include "cues/CueRecords.h"
+#include "rig/Faders.h"
 #include "settings/Settings.h"
 
 #include <algorithm>
-#include <functional>
-#include <utility>
-#include <vector>
 
 namespace {
-
-// At its default and without a fade time a control rests, and executing a cue brings it to rest.
-bool isAtRest(const DMXControl& control) {
-    return !control.notDefault() && control.time() == 0;
-}
 
 bool comesBefore(const QString& first, const QString& second) {
     return compareCueNumbers(first, second) < 0;
@@ -31,18 +23,8 @@ auto roundOrder(const auto& isBehind) {
 
 } // namespace
 
-// Each number is taken apart once and not for each comparison. The order is compareCueNumbers()'s.
 QStringList CueStore::sortedCueList() const {
-    std::vector<std::pair<CueNumberComponents, QString>> sorted;
-    for (const QString& number : settings_.cues().keys()) {
-        sorted.emplace_back(cueNumberComponents(number), number);
-    }
-    std::ranges::sort(sorted, std::less());
-    QStringList numbers;
-    for (auto& [components, number] : sorted) {
-        numbers.append(std::move(number));
-    }
-    return numbers;
+    return sortedCueNumbers(settings_.cues().keys());
 }
 
 std::optional<QString> CueStore::firstNumber() const {
@@ -87,9 +69,11 @@ void CueStore::create(const QString& number) {
 
 void CueStore::store(const QString& number) {
     CueRecords records;
-    for (const auto& [key, control] : DMXControl::controlsByName()) {
-        if (!isAtRest(*control)) {
-            records.append({.key = key, .value = control->value(), .time = control->time()});
+    for (const DMXControl* const fader : faders_.sorted()) {
+        const std::uint32_t value = fader->value();
+        // At its default and without a fade time a fader rests, and executing a cue brings it to rest.
+        if (value != fader->defaultValue() || fader->time() != 0) {
+            records.append({.key = fader->key(), .value = value, .time = fader->time()});
         }
     }
     settings_.setCue(number, cueEntry(records));

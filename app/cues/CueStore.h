@@ -7,6 +7,7 @@
 
 #include <optional>
 
+class Faders;
 class Settings;
 
 /// What stands in the place of its records in a cue that was never stored.
@@ -16,7 +17,8 @@ inline constexpr QLatin1StringView cuePlaceholder("cue data goes here");
 /// settings and go with them.
 class CueStore {
 public:
-    explicit CueStore(Settings& settings) : settings_(settings) {}
+    /// Both have to outlive the store.
+    CueStore(Settings& settings, const Faders& faders) : settings_(settings), faders_(faders) {}
 
     /// The cue numbers in ascending order.
     QStringList sortedCueList() const;
@@ -40,4 +42,5 @@ public:
 
 private:
     Settings& settings_;
+    const Faders& faders_;
 };

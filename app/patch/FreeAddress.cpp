@@ -1,6 +1,6 @@
 #include "patch/FreeAddress.h"
 
-#include "controls/Encoding.h"
+#include "levels/Encoding.h"
 #include "patch/Patch.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "patch/Overlaps.h"
 
-#include "controls/Encoding.h"
+#include "levels/Encoding.h"
 #include "patch/Patch.h"
 
 #include <array>
@@ -8,12 +8,12 @@
 
 namespace {
 
-using Fixtures = std::vector<std::size_t>;
-using Drivers = std::array<Fixtures, slotsPerUniverse>;
+using Places = std::vector<std::size_t>;
+using Drivers = std::array<Places, slotsPerUniverse>;
 
 // By universe, so that only one universe's slots are in memory at a time.
-std::map<std::int32_t, Fixtures> fixturesByUniverse(std::span<const PatchedFixture> patch) {
-    std::map<std::int32_t, Fixtures> fixtures;
+std::map<std::int32_t, Places> fixturesByUniverse(std::span<const PatchedFixture> patch) {
+    std::map<std::int32_t, Places> fixtures;
     for (std::size_t place = 0; place < patch.size(); ++place) {
         fixtures[patch[place].universe].push_back(place);
     }
@@ -32,9 +32,9 @@ void addDriver(const PatchedFixture& fixture, std::size_t place, Drivers& driver
 }
 
 void appendOverlaps(std::int32_t universe, const Drivers& drivers, std::vector<Overlap>& found) {
-    const Fixtures* previous = nullptr;
+    const Places* previous = nullptr;
     for (std::size_t slot = 0; slot < drivers.size(); ++slot) {
-        const Fixtures& fixtures = drivers[slot];
+        const Places& fixtures = drivers[slot];
         if (fixtures.size() < 2) {
             previous = nullptr;
         } else if (previous && *previous == fixtures) {
@@ -61,7 +61,7 @@ std::vector<Overlap> overlaps(std::span<const PatchedFixture> patch) {
     std::vector<Overlap> found;
     Drivers drivers;
     for (const auto& [universe, fixtures] : fixturesByUniverse(patch)) {
-        for (Fixtures& slotDrivers : drivers) {
+        for (Places& slotDrivers : drivers) {
             slotDrivers.clear();
         }
         for (const std::size_t place : fixtures) {

@@ -1,13 +1,14 @@
 #include "patch/Patch.h"
 
-#include "controls/ControlDefinition.h"
-#include "controls/DMXControl.h"
-#include "controls/Encoding.h"
-#include "fixtures/ControlView.h"
-#include "fixtures/NameStack.h"
-#include "fixtures/Placement.h"
-#include "fixtures/Profiles.h"
-#include "fixtures/ViewLayout.h"
+#include "levels/Encoding.h"
+#include "plist/Reading.h"
+#include "rig/ControlDefinition.h"
+#include "rig/DMXControl.h"
+#include "rig/Fixtures.h"
+#include "rig/NameStack.h"
+#include "rig/Placement.h"
+#include "rig/Profiles.h"
+#include "rig/ViewLayout.h"
 
 #include <algorithm>
 
@@ -93,28 +94,26 @@ std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, cons
     return patch;
 }
 
-PatchedFixture patchedFixture(const ControlView& view) {
-    PatchedFixture fixture{.name = view.name(),
-                           .universe = static_cast<std::int32_t>(view.universe()),
-                           .address = view.address(),
+PatchedFixture patchedFixture(const Fixture& fixture) {
+    PatchedFixture patched{.name = fixture.name(),
+                           .universe = static_cast<std::int32_t>(fixture.universe()),
+                           .address = fixture.address(),
                            .controls = {}};
-    fixture.controls.reserve(view.controls().size());
-    for (const auto& control : view.controls()) {
-        fixture.controls.push_back({.key = {},
+    patched.controls.reserve(fixture.controls().size());
+    for (const auto& control : fixture.controls()) {
+        patched.controls.push_back({.key = {},
                                     .slot = control->address(),
                                     .channels = control->channels(),
                                     .dummy = control->dummy()});
     }
-    return fixture;
+    return patched;
 }
 
-std::vector<PatchedFixture> presentPatch() {
+std::vector<PatchedFixture> presentPatch(const Fixtures& fixtures) {
     std::vector<PatchedFixture> patch;
-    if (const auto* const views = ControlView::controlViews()) {
-        patch.reserve(views->size());
-        for (const auto& view : *views) {
-            patch.push_back(patchedFixture(*view));
-        }
+    patch.reserve(fixtures.count());
+    for (const auto& fixture : fixtures.rows()) {
+        patch.push_back(patchedFixture(*fixture));
     }
     return patch;
 }

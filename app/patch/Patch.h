@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fixtures/ProfileExpansion.h"
+#include "rig/ProfileExpansion.h"
 
 #include <QString>
 #include <QVariantList>
@@ -8,7 +8,8 @@
 #include <cstdint>
 #include <vector>
 
-class ControlView;
+class Fixture;
+class Fixtures;
 class Placement;
 class Profiles;
 
@@ -45,7 +46,7 @@ PatchedFixture patchedFixture(const Placement& placement, const Profiles& profil
 std::vector<PatchedFixture> patchedFixtures(const QVariantList& placements, const Profiles& profiles,
                                             ExpansionSize& left);
 
-/// A fixture as it stands in its view now, its controls without keys.
-PatchedFixture patchedFixture(const ControlView& view);
-/// All fixture views in the registry's order.
-std::vector<PatchedFixture> presentPatch();
+/// A fixture as it stands now, its controls without keys.
+PatchedFixture patchedFixture(const Fixture& fixture);
+/// All fixtures by rows.
+std::vector<PatchedFixture> presentPatch(const Fixtures& fixtures);

@@ -1,9 +1,9 @@
 #include "patch/PatchProblems.h"
 
-#include "controls/Encoding.h"
+#include "levels/Encoding.h"
 #include "patch/Overlaps.h"
 #include "patch/Patch.h"
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 
 #include <QStringList>
 

@@ -58,6 +58,9 @@ QString ConsoleLock::raiseHolder() const {
     if (host != QSysInfo::machineHostName()) {
         return QString("Faderhall is running already, on %1.").arg(host);
     }
+    if (program.endsWith("-headless")) {
+        return "Faderhall is running already, without windows.";
+    }
     ProcessSignals::requestFront(process);
     return "Faderhall is running already; its main window is brought to the front.";
 }

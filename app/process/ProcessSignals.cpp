@@ -1,5 +1,6 @@
 #include "process/ProcessSignals.h"
 
+#include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
 
 #include <array>
@@ -43,10 +44,19 @@ ProcessSignals::ProcessSignals() {
         fcntl(end, F_SETFL, O_NONBLOCK); // a full pipe must not hold up the handler
         fcntl(end, F_SETFD, FD_CLOEXEC);
     }
-    auto* const notifier = new QSocketNotifier(gPipe[0], QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, &ProcessSignals::readPipe);
     handleQuitSignalsBy(passOn);
     std::signal(frontSignal, passOn);
+    if (QAbstractEventDispatcher::instance()) {
+        listen();
+    }
+}
+
+void ProcessSignals::listen() {
+    if (gPipe[0] >= 0 && !isListening_) {
+        auto* const notifier = new QSocketNotifier(gPipe[0], QSocketNotifier::Read, this);
+        connect(notifier, &QSocketNotifier::activated, this, &ProcessSignals::readPipe);
+        isListening_ = true;
+    }
 }
 
 ProcessSignals::~ProcessSignals() {

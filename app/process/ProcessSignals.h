@@ -9,10 +9,14 @@ class ProcessSignals : public QObject {
     Q_OBJECT
 
 public:
-    /// Only one may exist at a time.
+    /// Only one may exist at a time. From now on no signal ends the program by itself; what comes before
+    /// there is an event loop is kept until listen().
     ProcessSignals();
     ~ProcessSignals() override;
     Q_DISABLE_COPY_MOVE(ProcessSignals)
+
+    /// To be called once there is an application object, where there was none before.
+    void listen();
 
     /// Passes requests for the main window over until there is one; unhandled they would end the program.
     static void ignoreFrontRequests();
@@ -25,4 +29,6 @@ signals:
 
 private:
     void readPipe();
+
+    bool isListening_ = false;
 };

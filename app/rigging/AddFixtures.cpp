@@ -1,10 +1,10 @@
 #include "rigging/AddFixtures.h"
 
-#include "fixtures/ControlView.h"
+#include "rig/Fixtures.h"
 
 AddFixtures::AddFixtures(PatchEditor& editor, const QString& text, std::vector<KeptFixture> fixtures,
                          std::vector<KeptProfile> profiles)
-    : QUndoCommand(text), editor_(editor), row_(ControlView::count()), count_(fixtures.size()),
+    : QUndoCommand(text), editor_(editor), row_(editor.fixtures().count()), count_(fixtures.size()),
       fixtures_(std::move(fixtures)), profiles_(std::move(profiles)) {}
 
 void AddFixtures::redo() {

@@ -1,15 +1,13 @@
 #include "rigging/KeptFixture.h"
 
-#include "controls/DMXControl.h"
-#include "fixtures/ControlView.h"
+#include "rig/Fixture.h"
 
 #include <algorithm>
 
-KeptFixture keptFixture(const ControlView& view, const QVariant& placement) {
-    KeptFixture kept{
-        .placement = placement, .levels = {}, .selected = {}, .windowPlace = view.rememberedPlace()};
-    for (const auto& control : view.controls()) {
-        if (control.get() == view.selectedControl()) {
+KeptFixture keptFixture(const Fixture& fixture, const QVariant& placement) {
+    KeptFixture kept{.placement = placement, .levels = {}, .selected = {}, .windowPlace = {}};
+    for (const auto& control : fixture.controls()) {
+        if (control.get() == fixture.selectedControl()) {
             kept.selected = kept.levels.size();
         }
         kept.levels.push_back({.value = control->value(), .time = control->time()});
@@ -17,14 +15,14 @@ KeptFixture keptFixture(const ControlView& view, const QVariant& placement) {
     return kept;
 }
 
-void restoreControls(const KeptFixture& fixture, const ControlView& view) {
-    const std::size_t count = std::min(fixture.levels.size(), view.controls().size());
+void restoreControls(const KeptFixture& kept, const Fixture& fixture) {
+    const std::size_t count = std::min(kept.levels.size(), fixture.controls().size());
     for (std::size_t i = 0; i < count; ++i) {
-        DMXControl& control = *view.controls()[i];
-        control.setDMXValue(fixture.levels[i].value, 0);
-        control.setTime(fixture.levels[i].time);
+        DMXControl& control = *fixture.controls()[i];
+        control.setDMXValue(kept.levels[i].value, 0);
+        control.setTime(kept.levels[i].time);
     }
-    if (fixture.selected && *fixture.selected < view.controls().size()) {
-        view.controls()[*fixture.selected]->makeFirstResponder();
+    if (kept.selected && *kept.selected < fixture.controls().size()) {
+        fixture.controls()[*kept.selected]->becomeFirstResponder();
     }
 }

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-class ControlView;
+class Fixture;
 
 /// All that brings a fixture back as it was: its placement, what its faders stood at, which of them was
 /// selected, and where its window was. With a placement alone it is a new one.
@@ -23,8 +23,8 @@ struct KeptFixture {
     std::optional<QPoint> windowPlace;
 };
 
-/// The fixture of that view; a fade that is under way is kept where it has come to.
-KeptFixture keptFixture(const ControlView& view, const QVariant& placement);
+/// The fixture as it is; a fade that is under way is kept where it has come to.
+KeptFixture keptFixture(const Fixture& fixture, const QVariant& placement);
 
-/// Puts levels, fade times and selection back into a view of the same placement.
-void restoreControls(const KeptFixture& fixture, const ControlView& view);
+/// Puts levels, fade times and selection back into a fixture of the same placement.
+void restoreControls(const KeptFixture& kept, const Fixture& fixture);

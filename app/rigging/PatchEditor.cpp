@@ -1,8 +1,8 @@
 #include "rigging/PatchEditor.h"
 
-#include "fixtures/ControlView.h"
-#include "fixtures/Profiles.h"
-#include "fixtures/WindowPlaces.h"
+#include "rig/Fixtures.h"
+#include "rig/Profiles.h"
+#include "rig/WindowPlaces.h"
 #include "settings/Settings.h"
 
 namespace {
@@ -21,26 +21,33 @@ QVariantList placementsOf(std::span<const KeptFixture> fixtures) {
 
 } // namespace
 
-// New views stand behind all others until they are moved to their rows.
 void PatchEditor::insertFixtures(std::size_t row, std::span<const KeptFixture> fixtures) {
     if (fixtures.empty()) {
         return;
     }
     emit rowsAboutToBeInserted(static_cast<int>(row), lastRow(row, fixtures.size()));
-    const std::size_t end = ControlView::count();
-    for (std::size_t i = 0; i < fixtures.size(); ++i) {
-        if (fixtures[i].windowPlace) {
-            places_.setPlace(ControlView::autosavenameOfRow(end + i), *fixtures[i].windowPlace);
-        }
-    }
+    takeUpPlaces(row, fixtures);
     const QVariantList placements = placementsOf(fixtures);
-    ControlView::controlViewsWithSettings(placements, profiles_, places_);
-    for (std::size_t i = 0; i < fixtures.size(); ++i) {
-        ControlView::moveView(end + i, row + i);
-        restoreControls(fixtures[i], *ControlView::controlViews()->at(row + i));
-    }
+    fixtures_.insert(row, placements, [&] {
+        for (std::size_t i = 0; i < fixtures.size(); ++i) {
+            restoreControls(fixtures[i], *fixtures_.at(row + i));
+        }
+    });
     settings_.insertPlacements(static_cast<qsizetype>(row), placements);
     emit rowsInserted();
+}
+
+// The windows' places are remembered by row: those below move down with their windows.
+void PatchEditor::takeUpPlaces(std::size_t row, std::span<const KeptFixture> fixtures) {
+    const std::size_t end = fixtures_.count();
+    for (std::size_t i = 0; i < fixtures.size(); ++i) {
+        if (fixtures[i].windowPlace) {
+            places_.setPlace(autosavenameOfRow(end + i), *fixtures[i].windowPlace);
+        }
+    }
+    if (row < end) {
+        rotatePlaces(places_, row, end, end + fixtures.size());
+    }
 }
 
 std::vector<KeptFixture> PatchEditor::takeFixtures(std::size_t row, std::size_t count) {
@@ -48,11 +55,13 @@ std::vector<KeptFixture> PatchEditor::takeFixtures(std::size_t row, std::size_t 
     const QVariantList placements = settings_.views();
     std::vector<KeptFixture> fixtures;
     for (std::size_t i = row; i < row + count; ++i) {
-        fixtures.push_back(
-            keptFixture(*ControlView::controlViews()->at(i), placements.value(static_cast<qsizetype>(i))));
+        fixtures.push_back(keptFixture(*fixtures_.at(i), placements.value(static_cast<qsizetype>(i))));
+        fixtures.back().windowPlace = places_.place(autosavenameOfRow(i));
     }
-    for (std::size_t i = row + count; i-- > row;) {
-        ControlView::removeView(i);
+    const std::size_t end = fixtures_.count();
+    fixtures_.remove(row, count);
+    if (row + count < end) {
+        rotatePlaces(places_, row, row + count, end);
     }
     settings_.removePlacements(static_cast<qsizetype>(row), static_cast<qsizetype>(count));
     emit rowsRemoved();
@@ -61,19 +70,19 @@ std::vector<KeptFixture> PatchEditor::takeFixtures(std::size_t row, std::size_t 
 
 bool PatchEditor::setNumber(std::size_t row, PlacementNumber number, int value) {
     std::optional<Placement> placement = settings_.placement(static_cast<qsizetype>(row));
-    if (row >= ControlView::count() || !placement) {
+    Fixture* const fixture = fixtures_.at(row);
+    if (!fixture || !placement) {
         return false;
     }
-    ControlView& view = *ControlView::controlViews()->at(row);
     if (number == PlacementNumber::Universe) {
         placement->setUniverse(value);
-        view.setUniverse(static_cast<std::uint32_t>(value));
+        fixture->setUniverse(static_cast<std::uint32_t>(value));
     } else {
         placement->setAddress(value);
-        view.setAddress(static_cast<std::uint32_t>(value));
+        fixture->setAddress(static_cast<std::uint32_t>(value));
     }
     settings_.setPlacement(static_cast<qsizetype>(row), *placement);
-    view.rescanControls();
+    fixture->rescanControls();
     emit fixtureMoved(static_cast<int>(row), number);
     return true;
 }

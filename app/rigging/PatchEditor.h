@@ -7,6 +7,7 @@
 
 #include <span>
 
+class Fixtures;
 class Profiles;
 class Settings;
 class WindowPlaces;
@@ -21,17 +22,19 @@ struct KeptProfile {
 
 enum class PlacementNumber { Universe, Address };
 
-/// Changes the patch: fixtures come, go and move, in step in the settings and in the views, so that row r is
-/// placement r and view r. Knows nothing of asking and of undoing.
+/// Changes the patch: fixtures come, go and move, in step in the settings and among the fixtures, so that
+/// row r is placement r and fixture r. Knows nothing of asking and of undoing.
 class PatchEditor : public QObject {
     Q_OBJECT
 
 public:
     /// All have to outlive the editor.
-    PatchEditor(Settings& settings, Profiles& profiles, WindowPlaces& places)
-        : settings_(settings), profiles_(profiles), places_(places) {}
+    PatchEditor(Settings& settings, Profiles& profiles, Fixtures& fixtures, WindowPlaces& places)
+        : settings_(settings), profiles_(profiles), fixtures_(fixtures), places_(places) {}
 
-    /// Inserts fixtures before the one in `row` and opens their windows.
+    const Fixtures& fixtures() const { return fixtures_; }
+
+    /// Inserts fixtures before the one in `row`, with their levels, in one tick.
     void insertFixtures(std::size_t row, std::span<const KeptFixture> fixtures);
     /// Takes so many fixtures away, from `row` on, and returns them in their order. They have to be there.
     std::vector<KeptFixture> takeFixtures(std::size_t row, std::size_t count);
@@ -53,7 +56,10 @@ signals:
     void fixtureMoved(int row, PlacementNumber number);
 
 private:
+    void takeUpPlaces(std::size_t row, std::span<const KeptFixture> fixtures);
+
     Settings& settings_;
     Profiles& profiles_;
+    Fixtures& fixtures_;
     WindowPlaces& places_;
 };

@@ -1,7 +1,8 @@
 #include "rigging/Patching.h"
 
-#include "fixtures/ControlView.h"
-#include "fixtures/Placement.h"
+#include "plist/Reading.h"
+#include "rig/Fixtures.h"
+#include "rig/Placement.h"
 #include "rigging/AddFixtures.h"
 #include "rigging/MoveFixture.h"
 #include "rigging/RemoveFixtures.h"
@@ -9,10 +10,6 @@
 #include <algorithm>
 
 namespace {
-
-QString nameInRow(std::size_t row) {
-    return ControlView::controlViews()->at(row)->name();
-}
 
 // "Remove Spot", "Remove 3 Fixtures".
 QString stepText(const QString& verb, qsizetype count, const QString& name) {
@@ -29,8 +26,8 @@ std::vector<KeptProfile> newProfiles(const QVariantMap& profiles) {
 
 } // namespace
 
-Patching::Patching(Settings& settings, Profiles& profiles, WindowPlaces& places)
-    : editor_(settings, profiles, places) {
+Patching::Patching(Settings& settings, Profiles& profiles, Fixtures& fixtures, WindowPlaces& places)
+    : editor_(settings, profiles, fixtures, places) {
     connect(&history_, &QUndoStack::indexChanged, this, &Patching::patchChanged);
 }
 
@@ -59,26 +56,27 @@ void Patching::addProfiles(const QVariantMap& profiles, const QString& source) {
 void Patching::removeFixtures(std::vector<std::size_t> rows) {
     std::ranges::sort(rows);
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    std::erase_if(rows, [](std::size_t row) { return row >= ControlView::count(); });
+    std::erase_if(rows, [this](std::size_t row) { return row >= editor_.fixtures().count(); });
     if (!rows.empty()) {
-        const QString text = stepText("Remove", std::ssize(rows), nameInRow(rows.front()));
+        const QString text =
+            stepText("Remove", std::ssize(rows), editor_.fixtures().at(rows.front())->name());
         history_.push(new RemoveFixtures(editor_, text, rows));
     }
 }
 
 bool Patching::moveFixture(std::size_t row, PlacementNumber number, int value) {
-    if (row >= ControlView::count()) {
+    const Fixture* const fixture = editor_.fixtures().at(row);
+    if (!fixture) {
         return false;
     }
-    const ControlView& view = *ControlView::controlViews()->at(row);
     const auto before =
-        static_cast<int>(number == PlacementNumber::Universe ? view.universe() : view.address());
+        static_cast<int>(number == PlacementNumber::Universe ? fixture->universe() : fixture->address());
     if (before == value) {
         editor_.setNumber(row, number, value);
         return false;
     }
     const int steps = history_.index();
-    history_.push(new MoveFixture(editor_, "Move " + view.name(),
+    history_.push(new MoveFixture(editor_, "Move " + fixture->name(),
                                   {.row = row, .number = number, .before = before, .after = value}));
     return history_.index() > steps;
 }

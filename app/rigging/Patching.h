@@ -17,7 +17,7 @@ class Patching : public QObject {
 
 public:
     /// All have to outlive this object.
-    Patching(Settings& settings, Profiles& profiles, WindowPlaces& places);
+    Patching(Settings& settings, Profiles& profiles, Fixtures& fixtures, WindowPlaces& places);
     ~Patching() override;
 
     /// Says what changes, by rows.

@@ -1,7 +1,7 @@
 #include "settings/Configurations.h"
 
-#include "fixtures/Placement.h"
 #include "plist/Reading.h"
+#include "rig/Placement.h"
 #include "settings/Settings.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fixtures/Placement.h"
+#include "rig/Placement.h"
 
 #include <QLatin1StringView>
 #include <QString>

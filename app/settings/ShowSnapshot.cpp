@@ -1,22 +1,21 @@
 #include "settings/ShowSnapshot.h"
 
-#include "controls/DMXControl.h"
+#include "rig/Faders.h"
 
-std::vector<KeptLevel> presentLevels() {
+std::vector<KeptLevel> presentLevels(const Faders& faders) {
     std::vector<KeptLevel> levels;
-    for (const auto& [key, control] : DMXControl::controlsByName()) {
-        if (control->notDefault()) {
-            levels.push_back({.key = key, .value = control->value()});
+    for (const DMXControl* const fader : faders.sorted()) {
+        if (const std::uint32_t value = fader->value(); value != fader->defaultValue()) {
+            levels.push_back({.key = fader->key(), .value = value});
         }
     }
     return levels;
 }
 
-void restoreLevels(const std::vector<KeptLevel>& levels) {
-    const auto& controls = DMXControl::controlsByName();
+void restoreLevels(const std::vector<KeptLevel>& levels, const Faders& faders) {
     for (const auto& [key, value] : levels) {
-        if (const auto found = controls.find(key); found != controls.end()) {
-            found->second->setDMXValue(value, 0);
+        if (DMXControl* const fader = faders.find(key)) {
+            fader->setDMXValue(value, 0);
         }
     }
 }

@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+class Faders;
+
 /// The level of the control that is registered under `key`.
 struct KeptLevel {
     QString key;
@@ -22,8 +24,8 @@ struct ShowSnapshot {
     std::vector<KeptLevel> levels; ///< of the controls away from their defaults
 };
 
-/// The levels of all registered controls that are away from their defaults.
-std::vector<KeptLevel> presentLevels();
+/// The levels of all faders that are away from their defaults, in the order of their keys.
+std::vector<KeptLevel> presentLevels(const Faders& faders);
 
-/// Sets every control that is named to its level, at once; keys that name none are passed over.
-void restoreLevels(const std::vector<KeptLevel>& levels);
+/// Sets every fader that is named to its level, at once; keys that name none are passed over.
+void restoreLevels(const std::vector<KeptLevel>& levels, const Faders& faders);

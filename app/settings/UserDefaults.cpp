@@ -2,6 +2,7 @@
 
 #include "plist/PropertyList.h"
 
+#include <QAbstractEventDispatcher>
 #include <QStandardPaths>
 
 #include <chrono>
@@ -31,8 +32,19 @@ void UserDefaults::setObject(const QVariant& value, const QString& forKey) {
         values_.remove(forKey);
     }
     isChanged_ = true;
-    if (!writeSoon_.isActive()) {
+    writeLater();
+}
+
+void UserDefaults::writeLater() {
+    const bool hasEventLoop = QAbstractEventDispatcher::instance();
+    if (hasEventLoop && !writeSoon_.isActive()) {
         writeSoon_.start();
+    }
+}
+
+void UserDefaults::startWriting() {
+    if (isChanged_) {
+        writeLater();
     }
 }
 

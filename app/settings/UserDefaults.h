@@ -26,12 +26,16 @@ public:
     /// A value that no property list can hold changes nothing.
     void setObject(const QVariant& value, const QString& forKey);
 
+    /// To be called once there is an event loop, without which nothing is written by itself.
+    void startWriting();
+
     /// Writes what was changed since the last writing, now, and waits for it and for what is being written;
     /// to be called before the program ends. False when that failed: the changes then wait for the next call
     /// or the next change.
     bool synchronize();
 
 private:
+    void writeLater();
     void writeInBackground();
     void takeResult();
 

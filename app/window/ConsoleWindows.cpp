@@ -1,7 +1,8 @@
 #include "window/ConsoleWindows.h"
 
-#include "fixtures/ControlView.h"
-#include "fixtures/ScreenPlace.h"
+#include "panels/FixtureWindows.h"
+#include "panels/ScreenPlace.h"
+#include "rig/Fixtures.h"
 #include "window/MainWindow.h"
 #include "window/OrderFront.h"
 #include "window/OutputWindow.h"
@@ -24,7 +25,9 @@ QStringList titles(const QList<QWidget*>& windows) {
 
 } // namespace
 
-ConsoleWindows::ConsoleWindows(MainWindow& mainWindow) : mainWindow_(mainWindow) {
+ConsoleWindows::ConsoleWindows(MainWindow& mainWindow, FixtureWindows& fixtureWindows, const Engine& engine,
+                               const Fixtures& fixtures)
+    : mainWindow_(mainWindow), fixtureWindows_(fixtureWindows), engine_(engine), fixtures_(fixtures) {
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &ConsoleWindows::rememberFront);
     connect(&mainWindow, &MainWindow::fixtureChosen, this, &ConsoleWindows::bringFixtureToFront);
     addCommands();
@@ -47,13 +50,8 @@ QList<QWidget*> ConsoleWindows::allWindows() const {
 }
 
 QList<QWidget*> ConsoleWindows::fixtureWindows() const {
-    QList<QWidget*> windows;
-    if (const auto* views = ControlView::controlViews()) {
-        for (const auto& view : *views) {
-            windows.append(view->window());
-        }
-    }
-    return windows;
+    const QList<FixtureWindow*> windows = fixtureWindows_.windows();
+    return {windows.begin(), windows.end()};
 }
 
 void ConsoleWindows::scanWindows(const QString& mainTitle) {
@@ -84,8 +82,8 @@ void ConsoleWindows::bringMainToFront() {
 }
 
 void ConsoleWindows::bringFixtureToFront(int row) {
-    if (QWidget* const fixture = fixtureWindows().value(row)) {
-        bringBack(*fixture);
+    if (const Fixture* const fixture = fixtures_.at(static_cast<std::size_t>(row))) {
+        bringBack(fixtureWindows_.windowOf(*fixture));
     }
 }
 
@@ -102,7 +100,12 @@ void ConsoleWindows::bringAllHere() {
 // Made when it is first asked for; then it is only put away.
 void ConsoleWindows::showOutput() {
     if (!output_) {
-        output_ = new OutputWindow(mainWindow_); // which owns it
+        output_ = new OutputWindow(mainWindow_, engine_, fixtures_); // which the main window owns
+        connect(output_, &OutputWindow::controlChosen, this, [this](Fixture& fixture, DMXControl& control) {
+            FixtureWindow& window = fixtureWindows_.windowOf(fixture);
+            bringBack(window);
+            window.view().select(control);
+        });
     }
     bringBack(*output_);
 }

@@ -5,6 +5,9 @@
 #include <QString>
 #include <QWidget>
 
+class Engine;
+class FixtureWindows;
+class Fixtures;
 class MainWindow;
 class OutputWindow;
 
@@ -14,8 +17,9 @@ class ConsoleWindows : public QObject {
     Q_OBJECT
 
 public:
-    /// `mainWindow` has to outlive this object.
-    explicit ConsoleWindows(MainWindow& mainWindow);
+    /// All have to outlive this object.
+    ConsoleWindows(MainWindow& mainWindow, FixtureWindows& fixtureWindows, const Engine& engine,
+                   const Fixtures& fixtures);
 
     /// Brings the Window menu in line with the windows and their titles. A window titled `mainTitle` comes to
     /// the front; null stands for none.
@@ -40,6 +44,9 @@ private:
     void rememberFront();
 
     MainWindow& mainWindow_;
+    FixtureWindows& fixtureWindows_;
+    const Engine& engine_;
+    const Fixtures& fixtures_;
     QPointer<QWidget> front_;
     QPointer<OutputWindow> output_;
 };

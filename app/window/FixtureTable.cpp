@@ -1,14 +1,15 @@
 #include "window/FixtureTable.h"
 
-#include "fixtures/ControlView.h"
 #include "patch/Patch.h"
 #include "patch/PatchProblems.h"
 #include "plist/Reading.h"
+#include "rig/Fixtures.h"
+#include "rig/ShownText.h"
 #include "rigging/Patching.h"
-#include "widgets/ShownText.h"
 #include "window/WarningMark.h"
 
 #include <QGuiApplication>
+#include <QPalette>
 
 #include <array>
 #include <utility>
@@ -17,23 +18,17 @@ namespace {
 
 constexpr std::array columnTitles = {"Fixture", "Universe", "Address"};
 
-ControlView* viewAt(int row) {
-    const auto* views = ControlView::controlViews();
-    const auto index = static_cast<std::size_t>(row);
-    return views && row >= 0 && index < views->size() ? (*views)[index].get() : nullptr;
-}
-
-QString cellText(const ControlView* view, int column) {
-    if (!view) {
+QString cellText(const Fixture* fixture, int column) {
+    if (!fixture) {
         return {};
     }
     switch (column) {
     case FixtureTable::Name:
-        return shownName(view->name());
+        return shownName(fixture->name());
     case FixtureTable::Universe:
-        return QString::number(static_cast<int>(view->universe()));
+        return QString::number(static_cast<int>(fixture->universe()));
     case FixtureTable::Address:
-        return QString::number(static_cast<int>(view->address()));
+        return QString::number(static_cast<int>(fixture->address()));
     default:
         return {};
     }
@@ -42,7 +37,8 @@ QString cellText(const ControlView* view, int column) {
 } // namespace
 
 FixtureTable::FixtureTable(Patching& patching)
-    : patching_(patching), mark_(warningMark()), problems_(patchProblems(presentPatch())) {
+    : patching_(patching), fixtures_(patching.editor().fixtures()), mark_(warningMark()),
+      problems_(patchProblems(presentPatch(fixtures_))) {
     followPatch();
     connect(this, &FixtureTable::edited, this, &FixtureTable::refreshMarks);
     connect(&patching, &Patching::patchChanged, this, &FixtureTable::edited);
@@ -73,6 +69,10 @@ void FixtureTable::followPatch() {
     });
 }
 
+const Fixture* FixtureTable::fixtureAt(int row) const {
+    return row < 0 ? nullptr : fixtures_.at(static_cast<std::size_t>(row));
+}
+
 void FixtureTable::detach() {
     beginResetModel();
     attached_ = false;
@@ -82,13 +82,12 @@ void FixtureTable::detach() {
 void FixtureTable::attach() {
     beginResetModel();
     attached_ = true;
-    problems_ = patchProblems(presentPatch());
+    problems_ = patchProblems(presentPatch(fixtures_));
     endResetModel();
 }
 
 int FixtureTable::rowCount(const QModelIndex& parent) const {
-    const auto* views = ControlView::controlViews();
-    return attached_ && views && !parent.isValid() ? static_cast<int>(views->size()) : 0;
+    return attached_ && !parent.isValid() ? static_cast<int>(fixtures_.count()) : 0;
 }
 
 int FixtureTable::columnCount(const QModelIndex& parent) const {
@@ -108,12 +107,12 @@ QVariant FixtureTable::data(const QModelIndex& index, int role) const {
         return marked;
     }
     if (role == Qt::ToolTipRole && index.column() == Name) {
-        return cellText(viewAt(index.row()), Name); // a long one is cut in its cell
+        return cellText(fixtureAt(index.row()), Name); // a long one is cut in its cell
     }
     if (role != Qt::DisplayRole && role != Qt::EditRole) {
         return {};
     }
-    return cellText(viewAt(index.row()), index.column());
+    return cellText(fixtureAt(index.row()), index.column());
 }
 
 QString FixtureTable::problemOf(int row) const {
@@ -128,7 +127,7 @@ QVariant FixtureTable::markedCell(const QModelIndex& index, int role) const {
         return {};
     }
     const bool isName = index.column() == Name;
-    const QString fixture = cellText(viewAt(index.row()), Name);
+    const QString fixture = cellText(fixtureAt(index.row()), Name);
     switch (role) {
     case Qt::DecorationRole:
         return isName ? QVariant(mark_) : QVariant();
@@ -144,7 +143,7 @@ QVariant FixtureTable::markedCell(const QModelIndex& index, int role) const {
 }
 
 void FixtureTable::refreshMarks() {
-    const std::vector<QString> old = std::exchange(problems_, patchProblems(presentPatch()));
+    const std::vector<QString> old = std::exchange(problems_, patchProblems(presentPatch(fixtures_)));
     for (int row = 0; row < rowCount(); ++row) {
         const auto place = static_cast<std::size_t>(row);
         if (place >= old.size() || old[place] != problemOf(row)) {

@@ -6,9 +6,11 @@
 
 #include <vector>
 
+class Fixture;
+class Fixtures;
 class Patching;
 
-/// The rows of the fixture table: every fixture view in the registry's order, with its name, universe and
+/// The rows of the fixture table: every fixture of the rig, with its name, universe and
 /// address. What is typed into a universe or address cell is read as an integer and moves the fixture; the
 /// cell then shows what the view holds. A fixture that overlaps another or runs past its universe carries a
 /// mark, with the reason in its tip and for screen readers.
@@ -41,12 +43,14 @@ signals:
 
 private:
     void followPatch();
+    const Fixture* fixtureAt(int row) const;
     bool moveFixture(int row, int column, int value);
     QString problemOf(int row) const;
     QVariant markedCell(const QModelIndex& index, int role) const;
     void refreshMarks();
 
     Patching& patching_;
+    const Fixtures& fixtures_;
     bool attached_ = true;
     bool rowsChange_ = false;
     bool dictDirty_ = false;

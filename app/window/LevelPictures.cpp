@@ -1,6 +1,6 @@
 #include "window/LevelPictures.h"
 
-#include "controls/Colours.h"
+#include "panels/Colours.h"
 
 #include <QFontDatabase>
 #include <QPainter>

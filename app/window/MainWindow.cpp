@@ -1,13 +1,13 @@
 #include "window/MainWindow.h"
 
-#include "fixtures/ScreenPlace.h"
-#include "fixtures/WindowPlaces.h"
+#include "panels/ScreenPlace.h"
+#include "rig/ShownText.h"
+#include "rig/WindowPlaces.h"
 #include "ui_MainWindow.h"
-#include "widgets/ScrollingMenu.h"
-#include "widgets/ShownText.h"
 #include "window/HelpPage.h"
 #include "window/OutputStatusLine.h"
 #include "window/RecoveryNotice.h"
+#include "window/ScrollingMenu.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -116,9 +116,9 @@ void MainWindow::showHistory(QUndoStack& history) {
     follow();
 }
 
-void MainWindow::showOutput(const Destination& destination) {
+void MainWindow::showOutput(const Engine& engine, const Destination& destination) {
     constexpr int allRoom = 1;
-    ui_->statusBar->addWidget(new OutputStatusLine(destination), allRoom); // the bar owns it
+    ui_->statusBar->addWidget(new OutputStatusLine(engine, destination), allRoom); // the bar owns it
 }
 
 void MainWindow::addConfiguration(const QString& name) {

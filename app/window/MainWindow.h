@@ -8,6 +8,7 @@
 class AddressField;
 class CueMenu;
 class Destination;
+class Engine;
 class QAbstractItemModel;
 class QTableView;
 class QUndoStack;
@@ -39,8 +40,8 @@ public:
     void showFixtures(QAbstractItemModel& fixtures);
     /// Undo and Redo go through these steps. `history` has to outlive the window.
     void showHistory(QUndoStack& history);
-    /// Tells in the status line what goes out to the destination, which has to outlive the window.
-    void showOutput(const Destination& destination);
+    /// Tells in the status line what goes out to the destination. Both have to outlive the window.
+    void showOutput(const Engine& engine, const Destination& destination);
 
     /// Adds a rig's name to the configuration menu.
     void addConfiguration(const QString& name);

@@ -26,7 +26,8 @@ QString outputStatusText(const OutputStatus& status, const QString& address) {
     return rate == 0 ? universes : universes + QString(" (%1/s)").arg(counted(rate, "datagram"));
 }
 
-OutputStatusLine::OutputStatusLine(const Destination& destination) : destination_(destination) {
+OutputStatusLine::OutputStatusLine(const Engine& engine, const Destination& destination)
+    : engine_(engine), destination_(destination) {
     setTextFormat(Qt::PlainText);
     setIndent(fontMetrics().averageCharWidth());                 // in line with what stands above
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long error does not widen the window
@@ -36,7 +37,7 @@ OutputStatusLine::OutputStatusLine(const Destination& destination) : destination
 }
 
 void OutputStatusLine::look() {
-    const QString now = outputStatusText(watch_.look(), destination_.text());
+    const QString now = outputStatusText(watch_.look(engine_), destination_.text());
     if (now != text()) {
         setText(now);
         setToolTip(now);

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "artnet/OutputWatch.h"
+#include "output/OutputWatch.h"
 
 #include <QLabel>
 #include <QTimer>
 
 class Destination;
+class Engine;
 
 /// What the status line says of the output to that address.
 QString outputStatusText(const OutputStatus& status, const QString& address);
@@ -15,8 +16,8 @@ class OutputStatusLine : public QLabel {
     Q_OBJECT
 
 public:
-    /// `destination` has to outlive the line.
-    explicit OutputStatusLine(const Destination& destination);
+    /// Both have to outlive the line.
+    OutputStatusLine(const Engine& engine, const Destination& destination);
 
     /// Looks at the output now.
     void look();
@@ -26,6 +27,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    const Engine& engine_;
     const Destination& destination_;
     OutputWatch watch_;
     QTimer timer_;

@@ -1,9 +1,7 @@
 #include "window/OutputWindow.h"
 
-#include "controls/DMXControl.h"
-#include "fixtures/ControlView.h"
-#include "fixtures/SlotOwner.h"
-#include "window/OrderFront.h"
+#include "rig/Fixtures.h"
+#include "rig/SlotOwner.h"
 #include "window/UniverseGrid.h"
 
 #include <QKeyEvent>
@@ -20,21 +18,11 @@ namespace {
 constexpr std::chrono::milliseconds betweenLooks{33};
 constexpr QSize firstSize(970, 720);
 
-// In their order.
-std::vector<std::int32_t> patchedUniverses() {
-    std::set<std::int32_t> universes;
-    if (const auto* views = ControlView::controlViews()) {
-        for (const auto& view : *views) {
-            universes.insert(static_cast<std::int32_t>(view->universe()));
-        }
-    }
-    return {universes.begin(), universes.end()};
-}
-
 } // namespace
 
-OutputWindow::OutputWindow(QWidget& window)
-    : QWidget(&window, Qt::Window), scroller_(new QScrollArea), content_(new QWidget) {
+OutputWindow::OutputWindow(QWidget& window, const Engine& engine, const Fixtures& fixtures)
+    : QWidget(&window, Qt::Window), engine_(engine), fixtures_(fixtures), scroller_(new QScrollArea),
+      content_(new QWidget) {
     setWindowTitle("Output");
     resize(firstSize);
     rows_ = new QVBoxLayout(content_);
@@ -48,6 +36,15 @@ OutputWindow::OutputWindow(QWidget& window)
     frame->addWidget(scroller_);
     timer_.setInterval(betweenLooks);
     connect(&timer_, &QTimer::timeout, this, &OutputWindow::refresh);
+}
+
+// In their order.
+std::vector<std::int32_t> OutputWindow::patchedUniverses() const {
+    std::set<std::int32_t> universes;
+    for (const auto& fixture : fixtures_.rows()) {
+        universes.insert(static_cast<std::int32_t>(fixture->universe()));
+    }
+    return {universes.begin(), universes.end()};
 }
 
 void OutputWindow::refresh() {
@@ -76,7 +73,7 @@ void OutputWindow::rebuild(const std::vector<std::int32_t>& universes) {
 
 // Above the stretch, which stays last.
 void OutputWindow::addGrid(std::int32_t universe) {
-    auto* const grid = new UniverseGrid(universe, pictures_);
+    auto* const grid = new UniverseGrid(universe, engine_, fixtures_, pictures_);
     connect(grid, &UniverseGrid::slotChosen, this, &OutputWindow::selectSlot);
     connect(grid, &UniverseGrid::currentSlotMoved, this, [this, grid](const QRect& place) {
         scroller_->ensureVisible(grid->x() + place.center().x(), grid->y() + place.center().y());
@@ -87,10 +84,9 @@ void OutputWindow::addGrid(std::int32_t universe) {
 }
 
 void OutputWindow::selectSlot(std::int32_t universe, std::size_t slotIndex) {
-    const SlotOwner owner = ownerOfSlot(universe, slotIndex);
+    const SlotOwner owner = ownerOfSlot(fixtures_, universe, slotIndex);
     if (owner.control) {
-        bringBack(*owner.view->window());
-        owner.control->makeFirstResponder();
+        emit controlChosen(*owner.fixture, *owner.control);
     }
 }
 

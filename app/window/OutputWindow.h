@@ -8,6 +8,10 @@
 #include <cstdint>
 #include <vector>
 
+class DMXControl;
+class Engine;
+class Fixture;
+class Fixtures;
 class QScrollArea;
 class QVBoxLayout;
 class UniverseGrid;
@@ -18,12 +22,16 @@ class OutputWindow : public QWidget {
     Q_OBJECT
 
 public:
-    /// A window of its own that goes with `window`.
-    explicit OutputWindow(QWidget& window);
+    /// A window of its own that goes with `window`. All have to outlive it.
+    OutputWindow(QWidget& window, const Engine& engine, const Fixtures& fixtures);
 
     /// Brings the grids in line with the patch and what can be seen of them with the output.
     void refresh();
     const std::vector<UniverseGrid*>& grids() const { return grids_; }
+
+signals:
+    /// A slot of that fader was chosen.
+    void controlChosen(Fixture& fixture, DMXControl& control);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -34,8 +42,12 @@ private:
     bool showsAll(const std::vector<std::int32_t>& universes) const;
     void rebuild(const std::vector<std::int32_t>& universes);
     void addGrid(std::int32_t universe);
-    static void selectSlot(std::int32_t universe, std::size_t slotIndex);
+    void selectSlot(std::int32_t universe, std::size_t slotIndex);
 
+    std::vector<std::int32_t> patchedUniverses() const;
+
+    const Engine& engine_;
+    const Fixtures& fixtures_;
     LevelPictures pictures_;
     QScrollArea* scroller_;
     QWidget* content_;

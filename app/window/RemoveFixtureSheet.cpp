@@ -1,6 +1,6 @@
 #include "window/RemoveFixtureSheet.h"
 
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 #include "window/Sheets.h"
 
 #include <QPersistentModelIndex>

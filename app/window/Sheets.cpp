@@ -1,6 +1,6 @@
 #include "window/Sheets.h"
 
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>

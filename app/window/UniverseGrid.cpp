@@ -1,9 +1,8 @@
 #include "window/UniverseGrid.h"
 
-#include "controls/Colours.h"
-#include "controls/DMXControl.h"
-#include "fixtures/ControlView.h"
-#include "fixtures/SlotOwner.h"
+#include "panels/Colours.h"
+#include "rig/Fixture.h"
+#include "rig/SlotOwner.h"
 #include "window/LevelPictures.h"
 
 #include <QHelpEvent>
@@ -46,14 +45,15 @@ std::optional<std::size_t> slotAfterKey(std::size_t slotIndex, int key) {
 
 } // namespace
 
-UniverseGrid::UniverseGrid(std::int32_t universe, LevelPictures& pictures)
-    : universe_(universe), pictures_(pictures) {
+UniverseGrid::UniverseGrid(std::int32_t universe, const Engine& engine, const Fixtures& fixtures,
+                           LevelPictures& pictures)
+    : universe_(universe), engine_(engine), fixtures_(fixtures), pictures_(pictures),
+      shown_(engine.slotLevels(universe)) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFixedSize(numbersWidth + pixels(columns, LevelPictures::size.width()),
                  pixels(rows, LevelPictures::size.height()));
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(QString("Slots of universe %1").arg(universe));
-    std::ranges::copy(DMX_Universe::getUniverse(universe).dmx(), shown_.begin());
 }
 
 QRect UniverseGrid::slotRect(std::size_t slotIndex) const {
@@ -72,7 +72,8 @@ std::optional<std::size_t> UniverseGrid::slotAt(QPoint place) const {
 }
 
 void UniverseGrid::refresh() {
-    const std::span<const std::uint8_t> levels = DMX_Universe::getUniverse(universe_).dmx();
+    const Engine::SlotLevels now = engine_.slotLevels(universe_);
+    const std::span<const std::uint8_t> levels(now);
     for (std::size_t first = 0; first < levels.size(); first += columns) {
         refreshRow(first, levels.subspan(first, columns));
     }
@@ -132,8 +133,8 @@ void UniverseGrid::paintRow(QPainter& painter, std::size_t row, const QRect& due
 QString UniverseGrid::slotText(std::size_t slotIndex) const {
     const QString text =
         QString("Universe %1, slot %2: %3").arg(universe_).arg(slotIndex + 1).arg(shown_.at(slotIndex));
-    const SlotOwner owner = ownerOfSlot(universe_, slotIndex);
-    return owner.control ? text + QString("\n%1 %2").arg(owner.view->name(), owner.control->name()) : text;
+    const SlotOwner owner = ownerOfSlot(fixtures_, universe_, slotIndex);
+    return owner.control ? text + QString("\n%1 %2").arg(owner.fixture->name(), owner.control->name()) : text;
 }
 
 bool UniverseGrid::event(QEvent* event) {

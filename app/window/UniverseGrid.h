@@ -1,14 +1,14 @@
 #pragma once
 
-#include "artnet/DMX_Universe.h"
+#include "output/Engine.h"
 
 #include <QWidget>
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
 
+class Fixtures;
 class LevelPictures;
 
 /// The 512 slots of one universe as they last went out, 32 in a row. Pointing at a slot, or going there with
@@ -17,8 +17,9 @@ class UniverseGrid : public QWidget {
     Q_OBJECT
 
 public:
-    /// `pictures` has to outlive the grid.
-    UniverseGrid(std::int32_t universe, LevelPictures& pictures);
+    /// All have to outlive the grid.
+    UniverseGrid(std::int32_t universe, const Engine& engine, const Fixtures& fixtures,
+                 LevelPictures& pictures);
 
     std::int32_t universe() const { return universe_; }
     /// Has those slots drawn again that have changed since the last time.
@@ -47,7 +48,9 @@ private:
     void refreshRow(std::size_t first, std::span<const std::uint8_t> levels);
 
     std::int32_t universe_;
+    const Engine& engine_;
+    const Fixtures& fixtures_;
     LevelPictures& pictures_;
     std::size_t currentSlot_ = 0; ///< where the keys are
-    std::array<std::uint8_t, DMX_Universe::slotCount> shown_{};
+    Engine::SlotLevels shown_;
 };

@@ -1,6 +1,6 @@
 #include "window/WindowMenu.h"
 
-#include "widgets/ShownText.h"
+#include "rig/ShownText.h"
 #include "window/OrderFront.h"
 
 #include <algorithm>

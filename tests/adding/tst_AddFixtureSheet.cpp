@@ -2,7 +2,6 @@
 
 #include "adding/AddFixtureSheet.h"
 #include "adding/FixtureChoices.h"
-#include "controls/DMXControl.h"
 #include "library/FixtureLibrary.h"
 #include "settings/Settings.h"
 #include "support/TestRig.h"
@@ -66,11 +65,9 @@ private:
     bool canBeAdded() const;
     QStringList names() const;
 
-    Profiles profiles_;
+    std::unique_ptr<TestRig> rig_;
     Settings settings_;
-    TestPlaces places_;
     QTemporaryDir folder_;
-    std::unique_ptr<TestRig> end_; ///< of all views
     std::unique_ptr<Patching> patching_;
     std::unique_ptr<FixtureLibrary> library_;
     std::unique_ptr<QWidget> window_;
@@ -81,17 +78,16 @@ private:
 };
 
 void tst_AddFixtureSheet::init() {
-    profiles_ = Profiles();
-    profiles_.setTable(QVariantMap{
+    rig_ = std::make_unique<TestRig>();
+    rig_->profiles().setTable(QVariantMap{
         {"Dimmer", QVariantList{controlEntry("Level")}},
         {"Par", QVariantList{controlEntry("Red"), QVariantMap{{"name", "Fine"}, {"channels", 2LL}},
                              QVariantMap{{"blank", 2LL}}}}});
     const QVariantList views{placement("Par", 1, 1, {QVariantMap{{"profile", "Par"}}})};
     settings_ = Settings(QVariantMap{{"views", views}});
     writeAcmeHead(folder_.filePath("head.qxf"));
-    end_ = std::make_unique<TestRig>();
-    ControlView::controlViewsWithSettings(views, profiles_, places_);
-    patching_ = std::make_unique<Patching>(settings_, profiles_, places_);
+    rig_->fixtures().replaceAll(views);
+    patching_ = std::make_unique<Patching>(settings_, rig_->profiles(), rig_->fixtures(), rig_->places());
     library_ = std::make_unique<FixtureLibrary>(folder_.path());
     window_ = std::make_unique<QWidget>();
     open();
@@ -102,11 +98,11 @@ void tst_AddFixtureSheet::cleanup() {
     window_.reset();
     library_.reset();
     patching_.reset();
-    end_.reset();
+    rig_.reset();
 }
 
 void tst_AddFixtureSheet::open() {
-    sheet_ = std::make_unique<AddFixtureSheet>(*window_, FixtureSources{.profiles = profiles_,
+    sheet_ = std::make_unique<AddFixtureSheet>(*window_, FixtureSources{.profiles = rig_->profiles(),
                                                                         .settings = settings_,
                                                                         .library = *library_,
                                                                         .patching = *patching_});
@@ -185,7 +181,7 @@ void tst_AddFixtureSheet::keysOfTheSearchWalkTheList() {
 }
 
 void tst_AddFixtureSheet::anImportedProfileSuggestsItsModel() {
-    profiles_.setProfile("Acme Wash - 12 Channels", QVariantList{controlEntry("Level")});
+    rig_->profiles().setProfile("Acme Wash - 12 Channels", QVariantList{controlEntry("Level")});
     open();
     search("acme");
     QCOMPARE(names(), QStringList{"Acme Wash"});
@@ -303,8 +299,8 @@ void tst_AddFixtureSheet::aModeOfTheLibraryComesWithItsProfile() {
     QCOMPARE(fixtures.placements,
              QVariantList{placement("Head", 1, 6, {QVariantMap{{"profile", "Acme Head - Long"}}})});
     patching_->addFixtures(fixtures);
-    QCOMPARE(controlNamed("Head.Pan").channels(), 2U);
-    QCOMPARE(controlNamed("Head.Dimmer").address(), 7U);
+    QCOMPARE(rig_->control("Head.Pan").channels(), 2U);
+    QCOMPARE(rig_->control("Head.Dimmer").address(), 7U);
 }
 
 void tst_AddFixtureSheet::returnAddsAndEscapeDoesNot() {

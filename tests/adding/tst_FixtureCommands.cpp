@@ -39,14 +39,12 @@ private:
     void press(const QString& button);
     void import(const QString& path);
     QStringList sheetTexts();
-    static QStringList fixtures();
+    QStringList fixtures() const;
 
     QTemporaryDir folder_;
-    Profiles profiles_;
+    std::unique_ptr<TestRig> rig_;
     Settings settings_;
-    TestPlaces places_;
     QStandardItemModel table_;
-    std::unique_ptr<TestRig> end_; ///< of all views
     std::unique_ptr<Patching> patching_;
     std::unique_ptr<MainWindow> window_;
     std::unique_ptr<FixtureCommands> commands_;
@@ -54,27 +52,26 @@ private:
 
 void tst_FixtureCommands::init() {
     writeAcmeHead(folder_.filePath("head.qxf"));
-    profiles_ = Profiles();
-    profiles_.setTable(QVariantMap{{"Dimmer", QVariantList{controlEntry("Level")}}});
+    rig_ = std::make_unique<TestRig>();
+    rig_->profiles().setTable(QVariantMap{{"Dimmer", QVariantList{controlEntry("Level")}}});
     const QVariantList views{placement("Spot", 1, 1, {QVariantMap{{"profile", "Dimmer"}}}),
                              placement("Wash", 1, 2, {QVariantMap{{"profile", "Dimmer"}}})};
     settings_ = Settings(QVariantMap{{"views", views}});
     table_.clear();
     table_.appendRow(new QStandardItem("Spot")); // which the table owns
     table_.appendRow(new QStandardItem("Wash"));
-    end_ = std::make_unique<TestRig>();
-    ControlView::controlViewsWithSettings(views, profiles_, places_);
-    patching_ = std::make_unique<Patching>(settings_, profiles_, places_);
-    window_ = std::make_unique<MainWindow>(places_);
+    rig_->fixtures().replaceAll(views);
+    patching_ = std::make_unique<Patching>(settings_, rig_->profiles(), rig_->fixtures(), rig_->places());
+    window_ = std::make_unique<MainWindow>(rig_->places());
     window_->show();
-    commands_ = std::make_unique<FixtureCommands>(*window_, profiles_, settings_, *patching_);
+    commands_ = std::make_unique<FixtureCommands>(*window_, rig_->profiles(), settings_, *patching_);
 }
 
 void tst_FixtureCommands::cleanup() {
     commands_.reset();
     window_.reset();
     patching_.reset();
-    end_.reset();
+    rig_.reset();
 }
 
 QDialog& tst_FixtureCommands::sheet() {
@@ -113,10 +110,10 @@ QStringList tst_FixtureCommands::sheetTexts() {
     return texts;
 }
 
-QStringList tst_FixtureCommands::fixtures() {
+QStringList tst_FixtureCommands::fixtures() const {
     QStringList names;
-    for (const auto& view : *ControlView::controlViews()) {
-        names.append(view->name());
+    for (const auto& fixture : rig_->fixtures().rows()) {
+        names.append(fixture->name());
     }
     return names;
 }

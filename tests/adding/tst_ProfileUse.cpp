@@ -1,6 +1,6 @@
 #include "adding/ProfileUse.h"
 
-#include "fixtures/Profiles.h"
+#include "rig/Profiles.h"
 #include "settings/Settings.h"
 
 #include <QTest>

@@ -1,7 +1,6 @@
 #include "TestConsole.h"
 
-#include "cues/CueMenu.h"
-#include "fixtures/ControlView.h"
+#include "window/CueMenu.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -31,10 +30,17 @@ QStringList marked(const QMenu& menu) {
 } // namespace
 
 void TestConsole::start() {
-    delegate_.applicationDidFinishLaunching();
+    console_.load();
+    delegate_.emplace(console_, processSignals_);
+    delegate_->applicationDidFinishLaunching();
     if (!QTest::qWaitFor([] { return QApplication::activeWindow() != nullptr; })) {
         qFatal("no window comes to the front");
     }
+}
+
+void TestConsole::tick() {
+    console_.engine().tick();
+    console_.takeUpOutput();
 }
 
 MainWindow& TestConsole::window() {
@@ -57,12 +63,43 @@ QStringList TestConsole::cues() {
 
 QStringList TestConsole::fixtures() {
     QStringList titles;
-    if (const auto* views = ControlView::controlViews()) {
-        for (const auto& view : *views) {
-            titles.append(view->window()->windowTitle());
-        }
+    for (std::size_t row = 0; row < console_.fixtures().count(); ++row) {
+        titles.append(fixtureWindow(row).windowTitle());
     }
     return titles;
+}
+
+Fixture& TestConsole::fixture(std::size_t row) {
+    return *console_.fixtures().rows().at(row);
+}
+
+FixtureWindow& TestConsole::fixtureWindow(std::size_t row) {
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        auto* const window = qobject_cast<FixtureWindow*>(widget);
+        if (window && &window->fixture() == &fixture(row)) {
+            return *window;
+        }
+    }
+    qFatal("no window shows fixture %zu", row);
+}
+
+DMXControl& TestConsole::control(const QString& key) {
+    DMXControl* const found = faders().find(key);
+    if (!found) {
+        qFatal("no control '%s'", qUtf8Printable(key));
+    }
+    return *found;
+}
+
+ControlView& TestConsole::select(const QString& key) {
+    DMXControl& fader = control(key);
+    ControlView& view = fixtureWindow(console_.fixtures().rowOf(fader.fixture())).view();
+    view.select(fader);
+    return view;
+}
+
+QPoint TestConsole::placeOf(const DMXControl& fader) {
+    return fader.fixture().frameOf(fader).topLeft();
 }
 
 void TestConsole::chooseCueItem(const QString& title) {
@@ -92,10 +129,6 @@ void TestConsole::newCue(const QString& number) {
     chooseCueItem("New Cue…");
     QTest::keyClicks(sheet()->findChild<QLineEdit*>(), number);
     QTest::keyClick(sheet(), Qt::Key_Return);
-}
-
-ControlView& fixture(std::size_t row) {
-    return *ControlView::controlViews()->at(row);
 }
 
 void activate(QWidget& window) {

@@ -1,9 +1,6 @@
 #include "TestConsole.h"
 
-#include "artnet/DMX_Universe.h"
-#include "controls/DMXControl.h"
-#include "controls/EditView.h"
-#include "fixtures/ControlView.h"
+#include "rig/DMXControl.h"
 #include "support/TestRig.h"
 #include "window/WindowMenu.h"
 
@@ -56,7 +53,7 @@ void settle() {
 Counts counts(TestConsole& console) {
     return {.widgets = QApplication::allWidgets().size(),
             .windows = QGuiApplication::allWindows().size(),
-            .controls = DMXControl::controlsByName().size(),
+            .controls = console.faders().count(),
             .menuItems = console.window().findChildren<QAction*>().size()};
 }
 
@@ -143,16 +140,16 @@ void tst_ConfigurationSwitch::choosingOneAsksFirst() {
 
 void tst_ConfigurationSwitch::cancellingLeavesEverything() {
     TestConsole& console = start();
-    controlNamed("Spot.Dimmer").setValue(200);
-    const ControlView* const spot = &fixture(0);
+    console_->control("Spot.Dimmer").setValue(200);
+    const Fixture* const spot = &console_->fixture(0);
     for (const char* name : {"Foyer", "Tour"}) {
         console.chooseConfiguration(name);
         console.sheet()->findChild<QSpinBox*>()->setValue(3);
         console.sheet()->reject();
     }
-    QCOMPARE(&fixture(0), spot);
+    QCOMPARE(&console_->fixture(0), spot);
     QCOMPARE(console.fixtures(), (QStringList{"Spot Univ: 0 Addr: 1", "Wash Univ: 1 Addr: 10"}));
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 200U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 200U);
     QCOMPARE(console.configurations(), (QStringList{"Foyer", "Soon", "Tour *"}));
     console.quit();
     QVariantMap tour = rigOf({placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan")}),
@@ -176,27 +173,25 @@ void tst_ConfigurationSwitch::theOffsetMovesEveryFixtureAndIsForgottenNextTime()
 
 void tst_ConfigurationSwitch::fixturesOfTheOneLeftAreGone() {
     TestConsole& console = start();
-    const QPointer<QWidget> spot = fixture(0).window();
+    const QPointer<QWidget> spot = &console_->fixtureWindow(0);
     console.loadConfiguration("Foyer");
     QVERIFY(!spot);
     QCOMPARE(console.fixtures(), QStringList{"Lamp Univ: 4 Addr: 100"});
-    QCOMPARE(DMXControl::controlsByName().size(), std::size_t{1});
-    QVERIFY(DMXControl::controlsByName().contains("Lamp.Dimmer"));
+    QCOMPARE(console_->faders().count(), std::size_t{1});
+    QVERIFY(console_->faders().find("Lamp.Dimmer"));
     console.tick();
 }
 
 void tst_ConfigurationSwitch::slotsOfTheOneLeftGoToZero() {
     TestConsole& console = start();
-    controlNamed("Spot.Dimmer").setValue(200);
-    controlNamed("Wash.Dimmer").setValue(100);
+    console_->control("Spot.Dimmer").setValue(200);
+    console_->control("Wash.Dimmer").setValue(100);
     console.tick();
-    const auto spotSlots = DMX_Universe::getUniverse(0).dmx();
-    const auto washSlots = DMX_Universe::getUniverse(1).dmx();
-    QCOMPARE(spotSlots[0], std::uint8_t{200});
-    QCOMPARE(washSlots[9], std::uint8_t{100});
+    QCOMPARE(console.slotLevels(0)[0], std::uint8_t{200});
+    QCOMPARE(console.slotLevels(1)[9], std::uint8_t{100});
     console.loadConfiguration("Foyer");
-    QCOMPARE(spotSlots[0], std::uint8_t{0});
-    QCOMPARE(washSlots[9], std::uint8_t{0});
+    QCOMPARE(console.slotLevels(0)[0], std::uint8_t{0});
+    QCOMPARE(console.slotLevels(1)[9], std::uint8_t{0});
 }
 
 void tst_ConfigurationSwitch::theMarkOfTheOneLeftStays() {
@@ -217,21 +212,21 @@ void tst_ConfigurationSwitch::anEntryThatIsNoConfigurationDoesNothing() {
 void tst_ConfigurationSwitch::theLevelsOfTheNewOneAreRestoredAndThoseOfTheOldOneLost() {
     home_->writeUserDefaults({{"saved_state: Foyer", QVariantList{level("Lamp.Dimmer", 90)}}});
     TestConsole& console = start();
-    controlNamed("Spot.Dimmer").setValue(200);
+    console_->control("Spot.Dimmer").setValue(200);
     console.loadConfiguration("Foyer");
-    QCOMPARE(controlNamed("Lamp.Dimmer").value(), 90U);
+    QCOMPARE(console_->control("Lamp.Dimmer").value(), 90U);
     console.loadConfiguration("Tour");
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 0U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 0U);
 }
 
 void tst_ConfigurationSwitch::aConfigurationLoadedAgainHasItsLevelsOfTheLastQuit() {
     home_->writeUserDefaults({{"saved_state: Tour", QVariantList{level("Spot.Dimmer", 60)}}});
     TestConsole& console = start();
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 60U);
-    controlNamed("Spot.Dimmer").setValue(200);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 60U);
+    console_->control("Spot.Dimmer").setValue(200);
     console.loadConfiguration("Foyer");
     console.loadConfiguration("Tour");
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 60U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 60U);
 }
 
 void tst_ConfigurationSwitch::cuesMadeInTheOneLeftAreLost() {
@@ -260,12 +255,12 @@ void tst_ConfigurationSwitch::aCurrentCueThatTheNewOneLacksStaysCurrent() {
     TestConsole& console = start();
     console.chooseCueItem("2");
     console.loadConfiguration("Foyer");
-    controlNamed("Lamp.Dimmer").setValue(30);
+    console_->control("Lamp.Dimmer").setValue(30);
     for (const char* command : {"Prev Cue", "Next Cue"}) {
         console.chooseCueItem(command);
         QCOMPARE(console.window().cueMenu().title(), QString("Cue: 2"));
         QCOMPARE(console.cues(), (QStringList{"1", "2 *"}));
-        QCOMPARE(controlNamed("Lamp.Dimmer").value(), 30U);
+        QCOMPARE(console_->control("Lamp.Dimmer").value(), 30U);
     }
     console.chooseCueItem("Delete Cue");
     QCOMPARE(console.window().cueMenu().title(), QString("Cues"));
@@ -276,19 +271,19 @@ void tst_ConfigurationSwitch::windowsTakeTheirPlacesByPosition() {
     home_->writeUserDefaults({{"faderhall_window_0", QVariantList{120LL, 130LL}},
                               {"faderhall_window_1", QVariantList{200LL, 210LL}}});
     TestConsole& console = start();
-    QCOMPARE(fixture(0).autosavename(), QString("faderhall_window_0"));
-    QCOMPARE(fixture(1).autosavename(), QString("faderhall_window_1"));
-    QTRY_COMPARE(fixture(0).window()->pos(), QPoint(120, 130));
-    fixture(0).window()->move(140, 150);
+    QCOMPARE(console_->fixtureWindow(0).autosavename(), QString("faderhall_window_0"));
+    QCOMPARE(console_->fixtureWindow(1).autosavename(), QString("faderhall_window_1"));
+    QTRY_COMPARE(console_->fixtureWindow(0).pos(), QPoint(120, 130));
+    console_->fixtureWindow(0).move(140, 150);
     console.loadConfiguration("Foyer");
-    QCOMPARE(fixture(0).autosavename(), QString("faderhall_window_0"));
-    QTRY_COMPARE(fixture(0).window()->pos(), QPoint(140, 150));
+    QCOMPARE(console_->fixtureWindow(0).autosavename(), QString("faderhall_window_0"));
+    QTRY_COMPARE(console_->fixtureWindow(0).pos(), QPoint(140, 150));
 }
 
 void tst_ConfigurationSwitch::theWindowOfTheLastQuitComesToTheFront() {
     home_->writeUserDefaults({{"mainWindowTitle", "Faderhall"}});
     TestConsole& console = start();
-    activate(*fixture(0).window());
+    activate(console_->fixtureWindow(0));
     console.loadConfiguration("Foyer");
     QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(&console.window()));
 }
@@ -296,10 +291,10 @@ void tst_ConfigurationSwitch::theWindowOfTheLastQuitComesToTheFront() {
 void tst_ConfigurationSwitch::selectionsAreNotRestored() {
     home_->writeUserDefaults({{"control_selections", QVariantList{"Spot.Pan", "Wash.Dimmer"}}});
     TestConsole& console = start();
-    QCOMPARE(fixture(0).selectedControl(), &controlNamed("Spot.Pan"));
+    QCOMPARE(console_->fixture(0).selectedControl(), &console_->control("Spot.Pan"));
     console.loadConfiguration("Tour");
-    QCOMPARE(fixture(0).selectedControl(), nullptr);
-    QCOMPARE(fixture(1).selectedControl(), nullptr);
+    QCOMPARE(console_->fixture(0).selectedControl(), nullptr);
+    QCOMPARE(console_->fixture(1).selectedControl(), nullptr);
 }
 
 void tst_ConfigurationSwitch::theWindowMenuFollows() {
@@ -329,7 +324,7 @@ void tst_ConfigurationSwitch::theTableFollows() {
 void tst_ConfigurationSwitch::quittingKeepsTheNewOne() {
     TestConsole& console = start();
     console.loadConfiguration("Foyer", 3);
-    controlNamed("Lamp.Dimmer").setValue(90);
+    console_->control("Lamp.Dimmer").setValue(90);
     console.quit();
     QVariantMap foyer = rigOf({placement("Lamp", 7, 100, {controlEntry("Dimmer")})});
     foyer.insert("cues", QVariantMap{{"5", QVariantList()}});
@@ -344,7 +339,7 @@ void tst_ConfigurationSwitch::quittingKeepsTheNewOne() {
     TestConsole& next = start();
     QCOMPARE(next.fixtures(), QStringList{"Lamp Univ: 7 Addr: 100"});
     QCOMPARE(next.configurations(), (QStringList{"Foyer *", "Soon", "Tour"}));
-    QCOMPARE(controlNamed("Lamp.Dimmer").value(), 90U);
+    QCOMPARE(console_->control("Lamp.Dimmer").value(), 90U);
 }
 
 void tst_ConfigurationSwitch::nothingIsWrittenBeforeTheConsoleQuits() {
@@ -356,49 +351,47 @@ void tst_ConfigurationSwitch::nothingIsWrittenBeforeTheConsoleQuits() {
 
 void tst_ConfigurationSwitch::aFadeEndsWithItsFixture() {
     TestConsole& console = start();
-    controlNamed("Spot.Dimmer").setDMXValue(255, 60);
+    console_->control("Spot.Dimmer").setDMXValue(255, 60);
     console.tick();
     console.loadConfiguration("Tour");
     console.tick();
-    QVERIFY(!controlNamed("Spot.Dimmer").fade().running());
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 0U);
+    QVERIFY(!console_->control("Spot.Dimmer").fade().running());
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 0U);
 }
 
 void tst_ConfigurationSwitch::aHalfTypedNumberEndsWithItsFixture() {
     TestConsole& console = start();
-    activate(*fixture(0).window());
-    DMXControl& fader = controlNamed("Spot.Dimmer");
-    fader.makeFirstResponder();
-    QTest::keyClicks(&fader, "12");
+    activate(console_->fixtureWindow(0));
+    QTest::keyClicks(&console.select("Spot.Dimmer"), "12");
     QCOMPARE(shownEntry(), QString("12"));
     console.loadConfiguration("Tour");
     QVERIFY(shownEntry().isNull());
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 0U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 0U);
 
-    activate(*fixture(1).window());
-    controlNamed("Wash.Dimmer").makeFirstResponder();
-    QTest::keyClicks(&controlNamed("Wash.Dimmer"), "7");
+    activate(console_->fixtureWindow(1));
+    ControlView& wash = console.select("Wash.Dimmer");
+    QTest::keyClicks(&wash, "7");
     QCOMPARE(shownEntry(), QString("7"));
-    QTest::keyClick(&controlNamed("Wash.Dimmer"), Qt::Key_Return);
-    QCOMPARE(controlNamed("Wash.Dimmer").value(), 7U);
+    QTest::keyClick(&wash, Qt::Key_Return);
+    QCOMPARE(console_->control("Wash.Dimmer").value(), 7U);
 }
 
 void tst_ConfigurationSwitch::aDragEndsWithItsFixture() {
     TestConsole& console = start();
-    activate(*fixture(0).window());
-    DMXControl& fader = controlNamed("Spot.Dimmer");
-    QWindow* const pressed = fader.window()->windowHandle();
-    const QPoint onFader = fader.mapTo(fader.window(), QPoint(20, 9));
+    activate(console_->fixtureWindow(0));
+    DMXControl& fader = console_->control("Spot.Dimmer");
+    QWindow* const pressed = console.fixtureWindow(0).windowHandle();
+    const QPoint onFader = console.placeOf(fader) + QPoint(20, 9);
     QTest::mousePress(pressed, Qt::LeftButton, {}, onFader);
     QTest::mouseMove(pressed, onFader + QPoint(60, 0));
     QVERIFY(fader.value() > 0);
 
     console.loadConfiguration("Tour");
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 0U);
-    QWindow* const now = controlNamed("Spot.Dimmer").window()->windowHandle();
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 0U);
+    QWindow* const now = console.fixtureWindow(0).windowHandle();
     QTest::mouseMove(now, onFader + QPoint(90, 0));
     QTest::mouseRelease(now, Qt::LeftButton, {}, onFader);
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 0U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 0U);
 }
 
 void tst_ConfigurationSwitch::anEditedCellEndsWithItsFixture() {
@@ -451,10 +444,9 @@ void tst_ConfigurationSwitch::twoHundredLoadsLeaveNothingBehind() {
     TestConsole& console = start();
     const auto loadBoth = [&console] {
         console.loadConfiguration("Foyer", 1);
-        controlNamed("Lamp.Dimmer").makeFirstResponder();
-        QTest::keyClicks(&controlNamed("Lamp.Dimmer"), "7");
+        QTest::keyClicks(&console.select("Lamp.Dimmer"), "7");
         console.loadConfiguration("Tour", 0);
-        controlNamed("Spot.Dimmer").setDMXValue(255, 60);
+        console.control("Spot.Dimmer").setDMXValue(255, 60);
         console.tick();
         settle();
     };

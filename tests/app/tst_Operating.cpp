@@ -1,12 +1,11 @@
 #include "TestConsole.h"
 
-#include "controls/DMXControl.h"
-#include "cues/CueMenu.h"
-#include "cues/ModifierKeys.h"
-#include "fixtures/ControlView.h"
+#include "rig/DMXControl.h"
 #include "support/DatagramListener.h"
 #include "support/TestClock.h"
 #include "support/TestRig.h"
+#include "window/CueMenu.h"
+#include "window/ModifierKeys.h"
 #include "window/WindowMenu.h"
 
 #include <QApplication>
@@ -111,12 +110,12 @@ void tst_Operating::aNewCueIsAskedFor() {
 }
 
 void tst_Operating::aNewCueIsListedCurrentAndEmpty() {
-    controlNamed("Spot.Dimmer").setValue(30);
+    console_->control("Spot.Dimmer").setValue(30);
     console_->newCue("3");
     QVERIFY(!console_->sheet());
     QCOMPARE(console_->cues(), (QStringList{"1", "2", "3 *", "10"}));
     QCOMPARE(title(), QString("Cue: 3"));
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 30U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 30U);
     QCOMPARE(storedCues().value("3"), QVariant("cue data goes here"));
 }
 
@@ -148,13 +147,13 @@ void tst_Operating::aNewCueMayBeNamedLikeACommand() {
     QCOMPARE(console_->cues(), (QStringList{"Clear", "1", "2", "10"}));
     QCOMPARE(title(), QString("Cue: Clear"));
     QVERIFY(console_->window().cueMenu().actions().at(2)->isChecked());
-    controlNamed("Spot.Dimmer").setValue(30);
+    console_->control("Spot.Dimmer").setValue(30);
     console_->chooseCueItem("Store Cue");
     console_->window().cueMenu().actions().at(9)->trigger(); // the cue, not the command
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 30U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 30U);
     QCOMPARE(title(), QString("Cue: Clear"));
     console_->window().cueMenu().actions().at(2)->trigger(); // the command
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 0U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 0U);
     QCOMPARE(title(), QString("Cues"));
     QVERIFY(!console_->window().cueMenu().actions().at(2)->isChecked());
     QVERIFY(storedCues().contains("Clear"));
@@ -185,15 +184,15 @@ void tst_Operating::theFirstCueMakesTheTable() {
 }
 
 void tst_Operating::aChosenCueIsExecutedMarkedAndNamed() {
-    controlNamed("Wash.Dimmer").setValue(90);
+    console_->control("Wash.Dimmer").setValue(90);
     console_->chooseCueItem("1");
     QCOMPARE(console_->cues(), (QStringList{"1 *", "2", "10"}));
     QCOMPARE(title(), QString("Cue: 1"));
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 10U);
-    QCOMPARE(controlNamed("Wash.Dimmer").value(), 50U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 10U);
+    QCOMPARE(console_->control("Wash.Dimmer").value(), 50U);
     console_->chooseCueItem("10");
     QCOMPARE(console_->cues(), (QStringList{"1", "2", "10 *"}));
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 10U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 10U);
 }
 
 void tst_Operating::nextAndPreviousGoRound() {
@@ -210,26 +209,26 @@ void tst_Operating::nextAndPreviousGoRound() {
 }
 
 void tst_Operating::withOptionHeldACueIsOnlySelected() {
-    controlNamed("Spot.Dimmer").setValue(30);
-    controlNamed("Spot.Dimmer").setTime(4);
-    controlNamed("Wash.Dimmer").setValue(90);
-    controlNamed("Wash.Dimmer").setTime(5);
+    console_->control("Spot.Dimmer").setValue(30);
+    console_->control("Spot.Dimmer").setTime(4);
+    console_->control("Wash.Dimmer").setValue(90);
+    console_->control("Wash.Dimmer").setTime(5);
     gOptionHeld = true;
     console_->chooseCueItem("2");
     QCOMPARE(title(), QString("Cue: 2"));
     QCOMPARE(console_->cues(), (QStringList{"1", "2 *", "10"}));
     console_->chooseCueItem("Prev Cue");
     QCOMPARE(console_->cues(), (QStringList{"1 *", "2", "10"}));
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 30U);
-    QCOMPARE(controlNamed("Spot.Dimmer").time(), 4.0F);
-    QCOMPARE(controlNamed("Wash.Dimmer").value(), 90U);
-    QCOMPARE(controlNamed("Wash.Dimmer").time(), 5.0F);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 30U);
+    QCOMPARE(console_->control("Spot.Dimmer").time(), 4.0F);
+    QCOMPARE(console_->control("Wash.Dimmer").value(), 90U);
+    QCOMPARE(console_->control("Wash.Dimmer").time(), 5.0F);
 }
 
 void tst_Operating::storingKeepsMenuMarkAndTitle() {
     console_->chooseCueItem("10");
-    controlNamed("Wash.Dimmer").setDMXValue(90, 1.5F);
-    controlNamed("Wash.Dimmer").setValue(90);
+    console_->control("Wash.Dimmer").setDMXValue(90, 1.5F);
+    console_->control("Wash.Dimmer").setValue(90);
     console_->chooseCueItem("Store Cue");
     QCOMPARE(console_->cues(), (QStringList{"1", "2", "10 *"}));
     QCOMPARE(title(), QString("Cue: 10"));
@@ -238,20 +237,20 @@ void tst_Operating::storingKeepsMenuMarkAndTitle() {
 
 void tst_Operating::clearTakesLevelsTimesAndMark() {
     console_->chooseCueItem("1");
-    controlNamed("Wash.Dimmer").setTime(3);
+    console_->control("Wash.Dimmer").setTime(3);
     console_->chooseCueItem("Clear");
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 0U);
-    QCOMPARE(controlNamed("Wash.Dimmer").time(), 0.0F);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 0U);
+    QCOMPARE(console_->control("Wash.Dimmer").time(), 0.0F);
     QCOMPARE(console_->cues(), (QStringList{"1", "2", "10"}));
     QCOMPARE(title(), QString("Cues"));
 }
 
 void tst_Operating::clearTimingTakesTimesAndMark() {
     console_->chooseCueItem("1");
-    controlNamed("Wash.Dimmer").setTime(3);
+    console_->control("Wash.Dimmer").setTime(3);
     console_->chooseCueItem("Clear Timing");
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 10U);
-    QCOMPARE(controlNamed("Wash.Dimmer").time(), 0.0F);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 10U);
+    QCOMPARE(console_->control("Wash.Dimmer").time(), 0.0F);
     QCOMPARE(console_->cues(), (QStringList{"1", "2", "10"}));
     QCOMPARE(title(), QString("Cues"));
 }
@@ -263,41 +262,41 @@ void tst_Operating::deletingRebuildsTheMenu() {
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions().at(6)).center());
     QCOMPARE(console_->cues(), (QStringList{"2", "10"}));
     QCOMPARE(title(), QString("Cues"));
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 10U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 10U);
     QCoreApplication::processEvents();
     QCOMPARE(storedCues().keys(), (QStringList{"10", "2"}));
 }
 
 void tst_Operating::commandsWithoutACurrentCueDoNothing() {
-    controlNamed("Spot.Dimmer").setValue(30);
+    console_->control("Spot.Dimmer").setValue(30);
     console_->chooseCueItem("Store Cue");
     console_->chooseCueItem("Delete Cue");
     QCOMPARE(console_->cues(), (QStringList{"1", "2", "10"}));
     QCOMPARE(title(), QString("Cues"));
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 30U);
+    QCOMPARE(console_->control("Spot.Dimmer").value(), 30U);
     QCOMPARE(storedCues().value("1").toList(), QVariantList{record("Spot.Dimmer", 10, 0)});
 }
 
 void tst_Operating::commandsWorkByTheirKeysInEveryWindow() {
-    for (QWidget* window :
-         {static_cast<QWidget*>(&console_->window()), fixture(0).window(), fixture(1).window()}) {
+    for (QWidget* window : std::initializer_list<QWidget*>{&console_->window(), &console_->fixtureWindow(0),
+                                                           &console_->fixtureWindow(1)}) {
         activate(*window);
         QTest::keyClick(window, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(title(), QString("Cue: 1"));
         QTest::keyClick(window, Qt::Key_R, Qt::ControlModifier);
         QCOMPARE(title(), QString("Cue: 10"));
-        controlNamed("Spot.Dimmer").setValue(7);
+        console_->control("Spot.Dimmer").setValue(7);
         QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
         QTest::keyClick(window, Qt::Key_X, Qt::ControlModifier | Qt::AltModifier);
         QCOMPARE(title(), QString("Cues"));
-        QCOMPARE(controlNamed("Spot.Dimmer").value(), 7U);
+        QCOMPARE(console_->control("Spot.Dimmer").value(), 7U);
         QTest::keyClick(window, Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(controlNamed("Spot.Dimmer").value(), 0U);
+        QCOMPARE(console_->control("Spot.Dimmer").value(), 0U);
         QTest::keyClick(window, Qt::Key_N, Qt::ControlModifier);
         QVERIFY(console_->sheet());
         console_->sheet()->reject();
         QTest::keyClick(window, Qt::Key_2, Qt::ControlModifier);
-        QTRY_COMPARE(QApplication::activeWindow(), fixture(1).window());
+        QTRY_COMPARE(QApplication::activeWindow(), &console_->fixtureWindow(1));
     }
     QCOMPARE(storedCues().value("10").toList(), QVariantList{record("Spot.Dimmer", 7, 0)});
 }
@@ -312,7 +311,7 @@ void tst_Operating::anEditedAddressMovesTheFixtureAndTheMenuFollows() {
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier); // selects, and is no Next Cue
     QTest::keyClicks(editor, "17");
     QTest::keyClick(editor, Qt::Key_Return);
-    QTRY_COMPARE(fixture(0).address(), 17U);
+    QTRY_COMPARE(console_->fixture(0).address(), 17U);
     QCOMPARE(title(), QString("Cues"));
     QCOMPARE(table.model()->index(0, 2).data().toString(), QString("17"));
     QCOMPARE(console_->fixtures().at(0), QString("Spot Univ: 0 Addr: 17"));
@@ -339,17 +338,19 @@ void tst_Operating::everyEditScansTheWindows() {
     QFETCH(const int, column);
 
     // A title that the menu does not know yet.
-    fixture(0).setName("Moved");
-    fixture(0).rescanControls();
+    console_->fixture(0).setUniverse(7);
+    console_->fixture(0).rescanControls();
+    const auto listed = [this] { return console_->window().windowMenu().actions().at(1)->text(); };
+    QVERIFY(listed() != console_->fixtures().at(0));
     QAbstractItemModel& table = *console_->window().tableview().model();
     table.setData(table.index(row, column), "3");
-    QVERIFY(console_->window().windowMenu().actions().at(1)->text().startsWith("Moved "));
+    QCOMPARE(listed(), console_->fixtures().at(0));
 }
 
 void tst_Operating::anEditedFixtureSendsToItsNewSlots() {
     DatagramListener listener(OwnAddress);
     QVERIFY(listener.isListening());
-    controlNamed("Spot.Dimmer").setValue(30);
+    console_->control("Spot.Dimmer").setValue(30);
     QAbstractItemModel& table = *console_->window().tableview().model();
     QVERIFY(table.setData(table.index(0, 1), "3"));
     QVERIFY(table.setData(table.index(0, 2), "512"));
@@ -366,8 +367,8 @@ void tst_Operating::anEditedFixtureSendsToItsNewSlots() {
 void tst_Operating::aSecondQuestionIsNotAskedAtTheSameTime() {
     console_->chooseCueItem("New Cue…");
     QDialog* const first = console_->sheet();
-    activate(*fixture(0).window());
-    QTest::keyClick(fixture(0).window(), Qt::Key_N, Qt::ControlModifier);
+    activate(console_->fixtureWindow(0));
+    QTest::keyClick(&console_->fixtureWindow(0), Qt::Key_N, Qt::ControlModifier);
     QCOMPARE(console_->sheet(), first);
     QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(first));
     first->reject();
@@ -380,8 +381,8 @@ void tst_Operating::twoFixturesInOneUniverseShareADatagram() {
     TestClock clock(1000 * Second); // the console's own ticks see it stand still
     console_->tick();
     listener.takeArrived();
-    controlNamed("Spot.Dimmer").setValue(30);
-    controlNamed("Wash.Dimmer").setValue(40);
+    console_->control("Spot.Dimmer").setValue(30);
+    console_->control("Wash.Dimmer").setValue(40);
     console_->tick();
     console_->tick();
     const auto datagrams = listener.takeArrived();
@@ -398,7 +399,7 @@ void tst_Operating::unchangedLevelsGiveADatagramPerSecond() {
     DatagramListener listener(OwnAddress);
     QVERIFY(listener.isListening());
     TestClock clock(1000 * Second);
-    controlNamed("Spot.Dimmer").setValue(30);
+    console_->control("Spot.Dimmer").setValue(30);
     console_->tick();
     listener.takeArrived();
     // The first tick after a whole second is the 31st.

@@ -1,7 +1,6 @@
 #include "TestConsole.h"
 
-#include "controls/DMXControl.h"
-#include "fixtures/ControlView.h"
+#include "rig/DMXControl.h"
 #include "support/TestRig.h"
 #include "window/AddressField.h"
 
@@ -119,8 +118,8 @@ void tst_Quit::withAllControlsAtTheirDefaultsAnEmptyArrayIsKept() {
 void tst_Quit::levelsAreKeptForTheConfiguration() {
     home_->writeUserDefaults({{"saved_state: Foyer", QVariantList{level("Lamp.Dimmer", 1)}}});
     TestConsole& console = start();
-    controlNamed("Spot.Dimmer").setValue(200);
-    controlNamed("Spot.Pan").setValue(0);
+    console_->control("Spot.Dimmer").setValue(200);
+    console_->control("Spot.Pan").setValue(0);
     console.quit();
     QCOMPARE(home_->userDefaults().value("saved_state: Tour").toList(),
              (QVariantList{level("Spot.Dimmer", 200), level("Spot.Pan", 0)}));
@@ -139,28 +138,28 @@ void tst_Quit::whatTheConsoleDoesNotKnowIsKept() {
 
 void tst_Quit::theNextStartFindsEverythingAgain() {
     TestConsole& first = start();
-    controlNamed("Wash.Dimmer").setDMXValue(70, 0);
-    controlNamed("Wash.Dimmer").makeFirstResponder();
-    activate(*fixture(0).window());
+    console_->control("Wash.Dimmer").setDMXValue(70, 0);
+    console_->select("Wash.Dimmer");
+    activate(console_->fixtureWindow(0));
     first.newCue(" A&B ");
     first.window().addressField().setText("127.0.0.73");
     QTest::keyClick(&first.window().addressField(), Qt::Key_Return);
-    activate(*fixture(0).window());
+    activate(console_->fixtureWindow(0));
     first.quit();
 
     TestConsole& second = start();
     QCOMPARE(second.configurations(), QStringList{"Tour *"});
-    QCOMPARE(controlNamed("Wash.Dimmer").value(), 70U);
-    QCOMPARE(fixture(1).selectedControl(), &controlNamed("Wash.Dimmer"));
+    QCOMPARE(console_->control("Wash.Dimmer").value(), 70U);
+    QCOMPARE(console_->fixture(1).selectedControl(), &console_->control("Wash.Dimmer"));
     QCOMPARE(second.cues(), QStringList{" A&&B "});
     QCOMPARE(second.window().cueMenu().title(), QString("Cues"));
     QCOMPARE(second.window().addressField().text(), QString("127.0.0.73"));
-    QTRY_COMPARE(QApplication::activeWindow(), fixture(0).window());
+    QTRY_COMPARE(QApplication::activeWindow(), &console_->fixtureWindow(0));
 }
 
 void tst_Quit::selectionsAreKeptInTheOrderOfTheFixtures() {
     TestConsole& console = start();
-    controlNamed("Wash.Dimmer").makeFirstResponder();
+    console_->select("Wash.Dimmer");
     console.quit();
     QCOMPARE(home_->userDefaults().value("control_selections").toList(), (QVariantList{"", "Wash.Dimmer"}));
 }
@@ -179,16 +178,17 @@ void tst_Quit::theTitleOfTheWindowInFrontIsKept() {
     QFETCH(const QString, title);
 
     TestConsole& console = start();
-    QWidget& front =
-        fixtureInFront < 0 ? console.window() : *fixture(static_cast<std::size_t>(fixtureInFront)).window();
-    activate(front);
+    QWidget* const front = fixtureInFront < 0
+                               ? static_cast<QWidget*>(&console.window())
+                               : &console.fixtureWindow(static_cast<std::size_t>(fixtureInFront));
+    activate(*front);
     console.quit();
     QCOMPARE(home_->userDefaults().value("mainWindowTitle"), QVariant(title));
 }
 
 void tst_Quit::whileAnotherProgramHasTheKeyboardItIsTheLastTitle() {
     TestConsole& console = start();
-    activate(*fixture(0).window());
+    activate(console_->fixtureWindow(0));
     QApplication::setActiveWindow(nullptr);
     QVERIFY(!QApplication::activeWindow());
     console.quit();
@@ -208,7 +208,7 @@ void tst_Quit::anEditedFixtureIsKept() {
     QAbstractItemModel& table = *console.window().tableview().model();
     QVERIFY(table.setData(table.index(0, 2), "17"));
     QVERIFY(table.setData(table.index(1, 1), "5"));
-    activate(*fixture(0).window());
+    activate(console_->fixtureWindow(0));
     console.quit();
     const QVariantList views = home_->settings().value().value("views").toList();
     QCOMPARE(views.at(0).toMap().value("address"), QVariant(17LL));
@@ -218,11 +218,11 @@ void tst_Quit::anEditedFixtureIsKept() {
 
 void tst_Quit::itIsDoneOnce() {
     TestConsole& console = start();
-    controlNamed("Spot.Dimmer").setValue(200);
+    console_->control("Spot.Dimmer").setValue(200);
     console.quit();
     const auto settings = home_->settings();
     const QVariantMap defaults = home_->userDefaults();
-    controlNamed("Spot.Dimmer").setValue(100);
+    console_->control("Spot.Dimmer").setValue(100);
     console.newCue("4");
     console.quit();
     endSession();
@@ -265,8 +265,8 @@ void tst_Quit::everyWayToQuitKeepsTheLevels() {
     QFETCH(const QString, way);
 
     TestConsole& console = start();
-    controlNamed("Spot.Dimmer").setValue(200);
-    activate(*fixture(1).window());
+    console_->control("Spot.Dimmer").setValue(200);
+    activate(console.fixtureWindow(1));
     QTimer::singleShot(0, this, [&way, &console] {
         if (way == "close") {
             console.window().close();
@@ -276,9 +276,9 @@ void tst_Quit::everyWayToQuitKeepsTheLevels() {
         } else if (way.startsWith("Ctrl+Q ")) {
             if (way == "Ctrl+Q and sheet") {
                 console.chooseCueItem("New Cue…");
-                activate(*fixture(1).window());
+                activate(console.fixtureWindow(1));
             }
-            QTest::keyClick(fixture(1).window(), Qt::Key_Q, Qt::ControlModifier);
+            QTest::keyClick(&console.fixtureWindow(1), Qt::Key_Q, Qt::ControlModifier);
         } else if (way == "session") {
             endSession();
         } else if (way == "toolkit") {
@@ -296,7 +296,7 @@ void tst_Quit::everyWayToQuitKeepsTheLevels() {
 
 void tst_Quit::theSessionsEndKeepsTheLevelsAtOnceAndQuits() {
     start();
-    controlNamed("Spot.Dimmer").setValue(200);
+    console_->control("Spot.Dimmer").setValue(200);
     QTimer::singleShot(0, this, [this] {
         endSession();
         QCOMPARE(home_->userDefaults().value("saved_state: Tour").toList(),
@@ -320,17 +320,17 @@ void tst_Quit::workInProgressIsNoObstacle() {
     QFETCH(const QString, work);
 
     TestConsole& console = start();
-    DMXControl& fader = controlNamed("Spot.Dimmer");
-    activate(*fixture(0).window());
-    fader.makeFirstResponder();
+    DMXControl& fader = console.control("Spot.Dimmer");
+    activate(console.fixtureWindow(0));
+    ControlView& view = console.select("Spot.Dimmer");
     if (work == "number") {
-        QTest::keyClicks(&fader, "12");
+        QTest::keyClicks(&view, "12");
     } else if (work == "fade") {
         fader.setDMXValue(255, 60);
         console.tick();
     } else if (work == "drag") {
-        QTest::mousePress(&fader, Qt::LeftButton, {}, QPoint(10, 9));
-        QTest::mouseMove(&fader, QPoint(60, 9));
+        QTest::mousePress(&view, Qt::LeftButton, {}, console.placeOf(fader) + QPoint(10, 9));
+        QTest::mouseMove(&view, console.placeOf(fader) + QPoint(60, 9));
     } else if (work == "sheet") {
         console.chooseConfiguration("Tour");
     } else if (work == "cell") {
@@ -346,8 +346,9 @@ void tst_Quit::workInProgressIsNoObstacle() {
     console_.reset();
     QVERIFY(home_->settings());
     QCOMPARE(home_->userDefaults().value("configName"), QVariant("Tour"));
-    QVERIFY(!ControlView::controlViews() || ControlView::controlViews()->empty());
-    QVERIFY(DMXControl::controlsByName().empty());
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+        QVERIFY(!window->isVisible());
+    }
 }
 
 QTEST_MAIN(tst_Quit)

@@ -1,6 +1,6 @@
 #include "TestConsole.h"
 
-#include "controls/DMXControl.h"
+#include "rig/DMXControl.h"
 #include "settings/RecoveryFile.h"
 #include "settings/SettingsFile.h"
 #include "settings/UserDefaults.h"
@@ -98,8 +98,8 @@ void tst_Recovery::theShowOfTheEndedRunIsTakenInPlaceOfTheSavedOne() {
     leaveShow();
     start();
     QCOMPARE(console_->fixtures(), QStringList{"Left Univ: 1 Addr: 1"});
-    QCOMPARE(controlNamed("Left.Blue").value(), 200U);
-    QCOMPARE(controlNamed("Left.Red").value(), 0U);
+    QCOMPARE(console_->control("Left.Blue").value(), 200U);
+    QCOMPARE(console_->control("Left.Red").value(), 0U);
     QCOMPARE(console_->configurations(), (QStringList{"Stage", "Tour *"}));
 }
 
@@ -107,7 +107,7 @@ void tst_Recovery::theCurrentCueIsCheckedAndNotExecuted() {
     leaveShow();
     start();
     QCOMPARE(console_->cues(), (QStringList{"1", "2.5 *"}));
-    QCOMPARE(controlNamed("Left.Blue").value(), 200U); // the cue would bring it to 0
+    QCOMPARE(console_->control("Left.Blue").value(), 200U); // the cue would bring it to 0
 }
 
 void tst_Recovery::aLineInTheMainWindowSaysSoUntilItIsAnswered() {
@@ -126,7 +126,7 @@ void tst_Recovery::keepingItLeavesEverythingAsItIs() {
     start();
     answer("&Keep Them");
     QCOMPARE(console_->fixtures(), QStringList{"Left Univ: 1 Addr: 1"});
-    QCOMPARE(controlNamed("Left.Blue").value(), 200U);
+    QCOMPARE(console_->control("Left.Blue").value(), 200U);
     QVERIFY(hasRecoveryFile());
 }
 
@@ -135,7 +135,7 @@ void tst_Recovery::goingBackBringsTheSavedRigAndKeepsTheFile() {
     start();
     answer("Go &Back to Saved Rig");
     QCOMPARE(console_->fixtures(), QStringList{"Saved Univ: 1 Addr: 1"});
-    QCOMPARE(controlNamed("Saved.Red").value(), 7U);
+    QCOMPARE(console_->control("Saved.Red").value(), 7U);
     QCOMPARE(console_->cues(), QStringList());
     const QFileInfo recovery(RecoveryFile::defaultPath());
     const QStringList kept = recovery.dir().entryList({recovery.fileName() + ".kept-*"});
@@ -165,12 +165,12 @@ void tst_Recovery::quittingSavesTheShowAndRemovesTheFile() {
     console_.reset();
     start();
     QVERIFY(!notice());
-    QCOMPARE(controlNamed("Left.Blue").value(), 200U);
+    QCOMPARE(console_->control("Left.Blue").value(), 200U);
 }
 
 void tst_Recovery::aShowThatCannotBeSavedStaysInTheFile() {
     start();
-    controlNamed("Saved.Blue").setValue(9);
+    console_->control("Saved.Blue").setValue(9);
     const QString settings = SettingsFile::defaultPath();
     QVERIFY(QFile::rename(settings, settings + ".away"));
     QVERIFY(QDir().mkdir(settings)); // a folder in its place
@@ -181,13 +181,13 @@ void tst_Recovery::aShowThatCannotBeSavedStaysInTheFile() {
     QVERIFY(QFile::rename(settings + ".away", settings));
     start();
     QVERIFY(notice());
-    QCOMPARE(controlNamed("Saved.Blue").value(), 9U);
+    QCOMPARE(console_->control("Saved.Blue").value(), 9U);
 }
 
 void tst_Recovery::levelsThatCannotBeSavedStayInTheFileThoughTheSettingsAreSaved() {
     start();
     console_->newCue("7");
-    controlNamed("Saved.Blue").setValue(9);
+    console_->control("Saved.Blue").setValue(9);
     const QString defaults = UserDefaults::defaultPath();
     QFile::remove(defaults);
     QVERIFY(QDir().mkdir(defaults)); // a folder in its place
@@ -197,7 +197,7 @@ void tst_Recovery::levelsThatCannotBeSavedStayInTheFileThoughTheSettingsAreSaved
     QVERIFY(hasRecoveryFile());
     start();
     QVERIFY(notice());
-    QCOMPARE(controlNamed("Saved.Blue").value(), 9U);
+    QCOMPARE(console_->control("Saved.Blue").value(), 9U);
 }
 
 void tst_Recovery::whatTheOperatorChangesIsKeptWithinTwoSeconds_data() {
@@ -211,7 +211,7 @@ void tst_Recovery::whatTheOperatorChangesIsKeptWithinTwoSeconds_data() {
     row(
         "a level",
         [](TestConsole& console) {
-            controlNamed("Saved.Blue").setValue(33);
+            console.control("Saved.Blue").setValue(33);
             console.tick();
         },
         [](const ShowSnapshot& show) { return show.levels.size() == 2 && show.levels.at(0).value == 33; });

@@ -1,8 +1,6 @@
 #include "TestConsole.h"
 
-#include "artnet/DMX_Universe.h"
-#include "controls/DMXControl.h"
-#include "fixtures/ControlView.h"
+#include "rig/DMXControl.h"
 #include "support/DatagramListener.h"
 #include "support/StandardOutput.h"
 #include "support/TestClock.h"
@@ -120,12 +118,11 @@ void tst_StartUp::theFirstStartLoadsTheDefaultConfiguration() {
     TestConsole& console = start();
     QCOMPARE(console.configurations(), (QStringList{"Foyer", "Tour *"}));
     QCOMPARE(console.fixtures(), (QStringList{"Spot Univ: 0 Addr: 1", "Wash Univ: 1 Addr: 10"}));
-    for (const auto& view : *ControlView::controlViews()) {
-        QVERIFY(view->window()->isVisible());
-    }
+    QVERIFY(console.fixtureWindow(0).isVisible());
+    QVERIFY(console.fixtureWindow(1).isVisible());
     QVERIFY(console.window().isVisible());
     QCOMPARE(console.window().addressField().text(), QString("127.0.0.1"));
-    controlNamed("Spot.Level").setValue(9);
+    console_->control("Spot.Level").setValue(9);
     console.quit();
     QCOMPARE(home_->userDefaults().value("tx_address"), QVariant("127.0.0.1"));
     QCOMPARE(home_->userDefaults().value("configName"), QVariant("Tour"));
@@ -145,7 +142,7 @@ void tst_StartUp::aSettingsFileWithoutANameIsAnUnknownConfiguration() {
     TestConsole& console = start();
     QCOMPARE(console.fixtures(), QStringList{"Mine Univ: 2 Addr: 3"});
     QCOMPARE(console.configurations(), (QStringList{"Foyer", "Tour"}));
-    controlNamed("Mine.Level").setValue(9);
+    console_->control("Mine.Level").setValue(9);
     console.quit();
     QCOMPARE(home_->userDefaults().value("configName"), QVariant("unknown_config"));
     QCOMPARE(home_->userDefaults().value("saved_state: unknown_config").toList().size(), 1);
@@ -192,15 +189,15 @@ void tst_StartUp::aUserProfileReplacesAResourceProfileAndIsNamedOnce() {
     home_->writeSettings(rig);
     const QByteArray said = saidDuring([this] { start(); });
     QCOMPARE(said, QByteArray("Adding user profile: 'Dimmer'\nAdding user profile: 'Mine'\n"));
-    QVERIFY(DMXControl::controlsByName().contains("Spot.Own"));
-    QVERIFY(!DMXControl::controlsByName().contains("Spot.Level"));
-    QVERIFY(DMXControl::controlsByName().contains("Wash.Own"));
-    QVERIFY(DMXControl::controlsByName().contains("Wash.Second"));
+    QVERIFY(console_->faders().find("Spot.Own"));
+    QVERIFY(!console_->faders().find("Spot.Level"));
+    QVERIFY(console_->faders().find("Wash.Own"));
+    QVERIFY(console_->faders().find("Wash.Second"));
 
     // For the whole run: also in a configuration that knows nothing of it.
     const QByteArray saidLater = saidDuring([this] { console_->loadConfiguration("Foyer"); });
     QCOMPARE(saidLater, QByteArray());
-    QVERIFY(DMXControl::controlsByName().contains("Lamp.Own"));
+    QVERIFY(console_->faders().find("Lamp.Own"));
 }
 
 void tst_StartUp::withoutUserProfilesNothingIsSaid() {
@@ -211,7 +208,7 @@ void tst_StartUp::withoutProfilesFixturesHaveNoControls() {
     QVERIFY(QFile::remove(home_->resources() + "/profiles.plist"));
     TestConsole& console = start();
     QCOMPARE(console.fixtures().size(), 2);
-    QVERIFY(DMXControl::controlsByName().empty());
+    QCOMPARE(console_->faders().count(), std::size_t{0});
     console.tick();
 }
 
@@ -222,8 +219,8 @@ void tst_StartUp::withoutProfilesUserProfilesAreNotKept() {
     home_->writeSettings(rig);
     const QByteArray said = saidDuring([this] { start(); });
     QCOMPARE(said, QByteArray("Adding user profile: 'Mine'\n"));
-    QVERIFY(!DMXControl::controlsByName().contains("Spot.Level"));
-    QVERIFY(DMXControl::controlsByName().contains("Spot.Own"));
+    QVERIFY(!console_->faders().find("Spot.Level"));
+    QVERIFY(console_->faders().find("Spot.Own"));
 }
 
 void tst_StartUp::withoutConfigurationsTheMenuIsEmpty() {
@@ -249,7 +246,7 @@ void tst_StartUp::withoutTablesTheSettingsFileIsEnough() {
     home_->writeUserDefaults({{"configName", "Mine"}});
     TestConsole& console = start();
     QCOMPARE(console.fixtures(), QStringList{"Mine Univ: 2 Addr: 3"});
-    QVERIFY(DMXControl::controlsByName().contains("Mine.Level"));
+    QVERIFY(console_->faders().find("Mine.Level"));
 }
 
 void tst_StartUp::aDefaultThatIsNotInTheTableLoadsNothing() {
@@ -306,8 +303,8 @@ void tst_StartUp::theLevelsOfTheConfigurationAreRestored() {
     home_->writeUserDefaults(
         {{"saved_state: Tour", QVariantList{spot}}, {"saved_state: Foyer", QVariantList{other}}});
     start();
-    QCOMPARE(controlNamed("Spot.Level").value(), 200U);
-    QCOMPARE(controlNamed("Wash.Level").value(), 0U);
+    QCOMPARE(console_->control("Spot.Level").value(), 200U);
+    QCOMPARE(console_->control("Wash.Level").value(), 0U);
 }
 
 void tst_StartUp::theWindowThatWasInFrontComesToTheFront_data() {
@@ -335,10 +332,11 @@ void tst_StartUp::theLastFixtureIsInFrontOtherwise() {
 void tst_StartUp::theSelectionsAreRestored() {
     home_->writeUserDefaults({{"control_selections", QVariantList{"Spot.Level", ""}}});
     start();
-    const auto& views = *ControlView::controlViews();
-    QCOMPARE(views.at(0)->selectedControl(), &controlNamed("Spot.Level"));
-    QCOMPARE(views.at(0)->window()->focusWidget(), &controlNamed("Spot.Level"));
-    QCOMPARE(views.at(1)->selectedControl(), nullptr);
+    ControlView& spot = console_->fixtureWindow(0).view();
+    QCOMPARE(console_->fixture(0).selectedControl(), &console_->control("Spot.Level"));
+    QCOMPARE(spot.listener(), &console_->control("Spot.Level"));
+    QCOMPARE(console_->fixtureWindow(0).focusWidget(), &spot);
+    QCOMPARE(console_->fixture(1).selectedControl(), nullptr);
 }
 
 void tst_StartUp::theStoredAddressIsApplied() {
@@ -400,20 +398,27 @@ void tst_StartUp::withoutFixturesNoDatagramIsSent() {
 void tst_StartUp::aUniverseWithoutFixturesIsNotSent() {
     DatagramListener listener(OwnAddress);
     QVERIFY(listener.isListening());
-    home_->writeSettings(rigOf({}));
+    home_->writeSettings(rigOf({placement("Spot", 3, 1, {named("Dimmer")})}));
     home_->writeUserDefaults({{"tx_address", ownAddress}});
     TestConsole& console = start();
     TestClock clock(1000 * Second);
-    DMX_Universe& universe = DMX_Universe::getUniverse(3);
-    universe.setNeedsTX(true);
+    console.control("Spot.Level").setValue(200);
+    console.tick();
+    listener.takeArrived();
+    QAbstractItemModel& table = *console.window().tableview().model();
+    QVERIFY(table.setData(table.index(0, 1), "4")); // leaves a slot behind that goes dark
     for (int ticks = 0; ticks < 5; ++ticks) {
         clock.advance(Second);
         console.tick();
     }
-    QCOMPARE(listener.takeArrived().size(), 0);
-    universe.setActive(true); // as a fixture would have
+    const QList<QByteArray> datagrams = listener.waitFor(5);
+    QCOMPARE(datagrams.size(), 5);
+    for (const QByteArray& datagram : datagrams) {
+        QCOMPARE(datagram.at(14), char(4));
+    }
+    QVERIFY(table.setData(table.index(0, 1), "3"));
     console.tick();
-    QCOMPARE(listener.waitFor(1).size(), 1);
+    QCOMPARE(listener.waitFor(1).value(0).mid(14, 1), QByteArray("\3"));
 }
 
 void tst_StartUp::theTableShowsTheFixtures() {

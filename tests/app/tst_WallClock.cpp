@@ -1,6 +1,6 @@
-#include "Ticker.h"
-
 #include "clock/MonotonicClock.h"
+#include "output/Engine.h"
+#include "output/OutputThread.h"
 #include "settings/UserDefaults.h"
 
 #include <QDateTime>
@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <atomic>
 #include <ctime>
 #include <dlfcn.h>
 #include <sys/time.h>
@@ -15,7 +16,7 @@
 namespace {
 
 // Seconds by which the wall clock is off; the monotonic clock goes on as it is.
-time_t gJump = 0;
+std::atomic<time_t> gJump = 0;
 
 template <typename Function>
 Function* original(const char* name) {
@@ -78,13 +79,22 @@ void tst_WallClock::ticksComeAsEver_data() {
 
 void tst_WallClock::ticksComeAsEver() {
     QFETCH(const int, jump);
-    int ticks = 0;
-    Ticker ticker;
-    const std::uint64_t start = monotonicNanoseconds();
-    ticker.start([&ticks, jump] {
+    std::atomic<int> ticks = 0;
+    Engine engine;
+    const auto levels = std::make_shared<FixtureLevels>(engine);
+    levels->held()->add(0);
+    levels->setPlaces(0, std::array{slotPlace(0, 1)});
+    levels->held()->setValue(0, 1);
+    engine.setPatch({levels});
+    // Every tick finds another level.
+    engine.setNewsListener([&] {
         ++ticks;
         gJump += jump;
+        levels->held()->setValue(0, static_cast<std::uint32_t>(ticks % 2));
+        engine.takeNews();
     });
+    const std::uint64_t start = monotonicNanoseconds();
+    const OutputThread thread(engine);
     QVERIFY(QTest::qWaitFor([&ticks] { return ticks >= 20; }, 10'000));
     const std::uint64_t elapsed = monotonicNanoseconds() - start;
     QVERIFY(static_cast<std::uint64_t>(ticks) <= elapsed / 33'300'000); // none early, no burst

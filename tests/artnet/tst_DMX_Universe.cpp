@@ -67,13 +67,8 @@ private slots:
     void slotsThatAreNotKeptGoToZeroAndAreSent();
     void whereEverythingIsKeptOrZeroNothingIsSent();
 
-    void thereIsNoRegistryBeforeTheFirstUniverse();
-    void aNumberLeadsToTheSameUniverseEachTime();
-    void universesStandUnderFiveDigits_data();
-    void universesStandUnderFiveDigits();
     void universe256StandsBesideUniverse0();
-    void releasedUniversesStartAfresh();
-    void findingAndSendingAllocateNothing();
+    void sendingAllocatesNothing();
 
 private:
     /// One tick of a fixture's life: it writes its levels and the universe is offered.
@@ -99,12 +94,10 @@ void tst_DMX_Universe::initTestCase() {
 }
 
 void tst_DMX_Universe::init() {
-    DMX_Universe::releaseUniverses();
     listener_->takeArrived();
 }
 
 void tst_DMX_Universe::cleanupTestCase() {
-    DMX_Universe::releaseUniverses();
     close(std::exchange(socket_, -1));
 }
 
@@ -133,7 +126,8 @@ void tst_DMX_Universe::slot1IsAtByte18AndSlot512AtByte529() {
 }
 
 void tst_DMX_Universe::aDatagramIsTheWholeHeaderAndTheSlots() {
-    DMX_Universe& universe = DMX_Universe::getUniverse(3);
+    DMX_Universe universe;
+    universe.setUniverse(3);
     universe.dmx()[0] = 0xFF;
     universe.dmx()[511] = 0x7F;
     QCOMPARE(tick(universe, true), 530);
@@ -169,7 +163,8 @@ void tst_DMX_Universe::onlyTheLow8BitsOfTheNumberAreSent() {
     QFETCH(const quint32, kept);
     QFETCH(const quint8, sent);
 
-    DMX_Universe& universe = DMX_Universe::getUniverse(number);
+    DMX_Universe universe;
+    universe.setUniverse(static_cast<std::uint32_t>(number));
     QCOMPARE(universe.universe(), kept);
     QCOMPARE(tick(universe, true), 530);
     const auto datagrams = listener_->waitFor(1);
@@ -364,48 +359,10 @@ void tst_DMX_Universe::whereEverythingIsKeptOrZeroNothingIsSent() {
     QVERIFY(!universe.needsTX());
 }
 
-void tst_DMX_Universe::thereIsNoRegistryBeforeTheFirstUniverse() {
-    QVERIFY(DMX_Universe::universes() == nullptr);
-    DMX_Universe::getUniverse(0);
-    QVERIFY(DMX_Universe::universes() != nullptr);
-    QCOMPARE(DMX_Universe::universes()->size(), std::size_t{1});
-}
-
-void tst_DMX_Universe::aNumberLeadsToTheSameUniverseEachTime() {
-    DMX_Universe& universe = DMX_Universe::getUniverse(7);
-    universe.dmx()[0] = 0x55;
-    QCOMPARE(&DMX_Universe::getUniverse(7), &universe);
-    QCOMPARE(DMX_Universe::getUniverse(7).dmx()[0], 0x55);
-    QCOMPARE(DMX_Universe::universes()->size(), std::size_t{1});
-}
-
-void tst_DMX_Universe::universesStandUnderFiveDigits_data() {
-    QTest::addColumn<qint32>("number");
-    QTest::addColumn<QByteArray>("key");
-
-    QTest::newRow("0") << 0 << QByteArray("00000");
-    QTest::newRow("1") << 1 << QByteArray("00001");
-    QTest::newRow("99999") << 99999 << QByteArray("99999");
-    QTest::newRow("100000") << 100000 << QByteArray("100000");
-    QTest::newRow("-1") << -1 << QByteArray("-0001");
-    QTest::newRow("highest") << std::numeric_limits<qint32>::max() << QByteArray("2147483647");
-    QTest::newRow("lowest") << std::numeric_limits<qint32>::min() << QByteArray("-2147483648");
-}
-
-void tst_DMX_Universe::universesStandUnderFiveDigits() {
-    QFETCH(const qint32, number);
-    QFETCH(const QByteArray, key);
-
-    const DMX_Universe& universe = DMX_Universe::getUniverse(number);
-    const auto* registry = DMX_Universe::universes();
-    QCOMPARE(registry->size(), std::size_t{1});
-    QCOMPARE(QByteArray::fromStdString(registry->begin()->first), key);
-    QCOMPARE(registry->begin()->second.get(), &universe);
-}
-
 void tst_DMX_Universe::universe256StandsBesideUniverse0() {
-    DMX_Universe& first = DMX_Universe::getUniverse(0);
-    DMX_Universe& second = DMX_Universe::getUniverse(256);
+    DMX_Universe first;
+    DMX_Universe second;
+    second.setUniverse(256);
     first.dmx()[0] = 0x11;
     second.dmx()[0] = 0x22;
     for (DMX_Universe* universe : {&first, &first, &second}) {
@@ -415,22 +372,12 @@ void tst_DMX_Universe::universe256StandsBesideUniverse0() {
     QCOMPARE(datagrams.size(), 3);
     QCOMPARE(datagrams.at(1).mid(12, 7).toHex(), QByteArray("03000000020011"));
     QCOMPARE(datagrams.at(2).mid(12, 7).toHex(), QByteArray("02000000020022"));
-    QVERIFY(DMX_Universe::universes()->contains("00000"));
-    QVERIFY(DMX_Universe::universes()->contains("00256"));
 }
 
-void tst_DMX_Universe::releasedUniversesStartAfresh() {
-    QCOMPARE(tick(DMX_Universe::getUniverse(1), true), 530);
-    DMX_Universe::releaseUniverses();
-    QVERIFY(DMX_Universe::universes() == nullptr);
-    QCOMPARE(tick(DMX_Universe::getUniverse(1), true), 530);
-    QCOMPARE(sequences(listener_->waitFor(2)), QByteArray("\x02\x02"));
-}
-
-void tst_DMX_Universe::findingAndSendingAllocateNothing() {
-    DMX_Universe::getUniverse(2'000'000'000);
+void tst_DMX_Universe::sendingAllocatesNothing() {
+    DMX_Universe universe;
     const std::size_t before = allocationCount();
-    const std::int32_t sent = tick(DMX_Universe::getUniverse(2'000'000'000), true);
+    const std::int32_t sent = tick(universe, true);
     const std::size_t after = allocationCount();
     QCOMPARE(sent, 530);
     QCOMPARE(after - before, std::size_t{0});

@@ -1,6 +1,6 @@
 #include "check/RigListing.h"
 
-#include "fixtures/Profiles.h"
+#include "rig/Profiles.h"
 
 #include <QTest>
 

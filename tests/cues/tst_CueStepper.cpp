@@ -1,11 +1,9 @@
 #include "cues/CueStepper.h"
 
-#include "controls/DMXControl.h"
 #include "cues/CueStore.h"
-#include "cues/ModifierKeys.h"
+#include "rig/FixtureObserver.h"
 #include "settings/Settings.h"
 #include "support/AsWritten.h"
-#include "support/PaintCount.h"
 #include "support/TestClock.h"
 #include "support/TestRig.h"
 
@@ -19,11 +17,36 @@ namespace {
 constexpr std::uint64_t Second = 1'000'000'000;
 using Number = std::optional<QString>;
 
-bool gOptionHeld = false;
-
 QVariantMap record(const QString& key, const QVariant& value, const QVariant& time = 0.0) {
     return {{"key", key}, {"value", value}, {"time", time}};
 }
+
+/// How often whoever shows the fixture is told to draw the fader anew.
+class ChangeCount : public FixtureObserver {
+public:
+    ChangeCount(const Fixtures& fixtures, const DMXControl& control)
+        : fixture_(*fixtures.at(fixtures.rowOf(control.fixture()))), control_(control) {
+        fixture_.addObserver(*this);
+    }
+    ~ChangeCount() override { fixture_.removeObserver(*this); }
+    ChangeCount(const ChangeCount&) = delete;
+    ChangeCount& operator=(const ChangeCount&) = delete;
+    ChangeCount(ChangeCount&&) = delete;
+    ChangeCount& operator=(ChangeCount&&) = delete;
+
+    int count() const { return count_; }
+
+    bool seesLevels() const override { return true; }
+    void levelsMissed() override {}
+    void controlChanged(DMXControl& control) override { count_ += &control == &control_ ? 1 : 0; }
+    void entryChanged(DMXControl& /*control*/) override {}
+    void fixtureMoved() override {}
+
+private:
+    Fixture& fixture_;
+    const DMXControl& control_;
+    int count_ = 0;
+};
 
 } // namespace
 
@@ -51,7 +74,7 @@ private slots:
     void aChosenCueBecomesCurrentAndIsExecuted();
     void aPlaceholderBecomesCurrentAndChangesNothing();
     void aMissingCueBecomesCurrentAndChangesNothing();
-    void withOptionHeldACueOnlyBecomesCurrent();
+    void aCueThatIsOnlySelectedBecomesCurrent();
 
     void nextWithoutACurrentCueChoosesTheFirst();
     void nextWrapsToTheFirst();
@@ -60,7 +83,7 @@ private slots:
     void theOnlyCueFollowsItself();
     void withoutCuesThereIsNoNextAndNoPrevious();
     void aCueThatIsNotInTheListHasNoNextAndNoPrevious();
-    void withOptionHeldNextAndPreviousExecuteNothing();
+    void nextAndPreviousThatOnlySelectExecuteNothing();
 
     void storingRecordsIntoTheCurrentCue();
     void storingWithoutACurrentCueDoesNothing();
@@ -76,30 +99,29 @@ private:
     std::unique_ptr<TestClock> clock_;
     std::unique_ptr<TestRig> rig_;
     Settings settings_;
-    CueStore cues_{settings_};
+    std::unique_ptr<CueStore> cues_;
     std::unique_ptr<CueStepper> stepper_;
     DMXControl* spot_ = nullptr;
     DMXControl* wash_ = nullptr;
 };
 
 void tst_CueStepper::init() {
-    gOptionHeld = false;
-    setModifierKeys([] { return Qt::KeyboardModifiers(gOptionHeld ? Qt::AltModifier : Qt::NoModifier); });
     clock_ = std::make_unique<TestClock>(Second);
     rig_ = std::make_unique<TestRig>();
     rig_->add("Spot", {"Dimmer"}, 0, 1);
     rig_->add(placement("Wash", 0, 2, {controlEntry("Dimmer", 50)}));
-    spot_ = &controlNamed("Spot.Dimmer");
-    wash_ = &controlNamed("Wash.Dimmer");
+    spot_ = &rig_->control("Spot.Dimmer");
+    wash_ = &rig_->control("Wash.Dimmer");
     settings_ = Settings();
-    stepper_ = std::make_unique<CueStepper>(cues_);
+    cues_ = std::make_unique<CueStore>(settings_, rig_->faders());
+    stepper_ = std::make_unique<CueStepper>(*cues_, rig_->faders());
 }
 
 void tst_CueStepper::cleanup() {
     stepper_.reset();
+    cues_.reset();
     rig_.reset();
     clock_.reset();
-    setModifierKeys(nullptr);
 }
 
 void tst_CueStepper::noCueIsCurrentAtFirst() {
@@ -118,24 +140,24 @@ void tst_CueStepper::theCurrentCueIsToldOfEachTime() {
 void tst_CueStepper::aCueSetsItsControlsOverItsTimesAndAllOthersToRest() {
     wash_->setDMXValue(90, 0);
     wash_->setTime(3);
-    CueStepper::executeCue(QVariantList{record("Spot.Dimmer", 200LL, 2.0)});
+    stepper_->executeCue(QVariantList{record("Spot.Dimmer", 200LL, 2.0)});
     QCOMPARE(wash_->value(), 50U);
     QCOMPARE(wash_->time(), 0.0F);
     QCOMPARE(spot_->value(), 0U);
     QCOMPARE(spot_->time(), 2.0F);
 
     clock_->advance(Second);
-    ControlView::controlViews()->front()->update();
+    rig_->tick();
     QCOMPARE(spot_->value(), 100U);
     clock_->advance(Second);
-    ControlView::controlViews()->front()->update();
+    rig_->tick();
     QCOMPARE(spot_->value(), 200U);
 }
 
 void tst_CueStepper::aCueIsExecutedWithTheTimesItHolds() {
     spot_->setTime(30);
     wash_->setTime(30);
-    CueStepper::executeCue(QVariantList{record("Spot.Dimmer", 7LL), record("Wash.Dimmer", 8LL, 1.5)});
+    stepper_->executeCue(QVariantList{record("Spot.Dimmer", 7LL), record("Wash.Dimmer", 8LL, 1.5)});
     QCOMPARE(spot_->value(), 7U);
     QCOMPARE(spot_->time(), 0.0F);
     QCOMPARE(wash_->value(), 50U);
@@ -145,7 +167,7 @@ void tst_CueStepper::aCueIsExecutedWithTheTimesItHolds() {
 void tst_CueStepper::anEmptyCueBringsEverythingToRest() {
     spot_->setValue(1);
     wash_->setDMXValue(200, 10);
-    CueStepper::executeCue(QVariantList());
+    stepper_->executeCue(QVariantList());
     QCOMPARE(spot_->value(), 0U);
     QCOMPARE(wash_->value(), 50U);
     QVERIFY(!wash_->fade().running());
@@ -167,38 +189,38 @@ void tst_CueStepper::anEntryThatIsNoListChangesNothing() {
 
     spot_->setValue(30);
     spot_->setTime(4);
-    CueStepper::executeCue(entry);
+    stepper_->executeCue(entry);
     QCOMPARE(spot_->value(), 30U);
     QCOMPARE(spot_->time(), 4.0F);
 }
 
 void tst_CueStepper::theLaterOfTwoRecordsCounts() {
-    CueStepper::executeCue(QVariantList{record("Spot.Dimmer", 1LL), record("Spot.Dimmer", 2LL)});
+    stepper_->executeCue(QVariantList{record("Spot.Dimmer", 1LL), record("Spot.Dimmer", 2LL)});
     QCOMPARE(spot_->value(), 2U);
 }
 
 void tst_CueStepper::recordsAreReadAsNumbers() {
-    CueStepper::executeCue(
+    stepper_->executeCue(
         QVariantList{record("Spot.Dimmer", "12.9", "1.5s"), record("Wash.Dimmer", 30.9, 0LL)});
     QCOMPARE(spot_->time(), 1.5F);
     QCOMPARE(wash_->value(), 30U);
     clock_->advance(2 * Second);
-    ControlView::controlViews()->front()->update();
+    rig_->tick();
     QCOMPARE(spot_->value(), 12U);
-    CueStepper::executeCue(QVariantList{QVariantMap{{"key", "Wash.Dimmer"}}});
+    stepper_->executeCue(QVariantList{QVariantMap{{"key", "Wash.Dimmer"}}});
     QCOMPARE(wash_->value(), 0U);
     QCOMPARE(wash_->time(), 0.0F);
 }
 
 void tst_CueStepper::recordsOfNoControlAreIgnored() {
-    CueStepper::executeCue(QVariantList{record("Old.Dimmer", 1LL), "Spot.Dimmer", 5LL, QVariantList{1LL},
-                                        record("", 2LL), record("Spot.Dimmer", 3LL)});
+    stepper_->executeCue(QVariantList{record("Old.Dimmer", 1LL), "Spot.Dimmer", 5LL, QVariantList{1LL},
+                                      record("", 2LL), record("Spot.Dimmer", 3LL)});
     QCOMPARE(spot_->value(), 3U);
     QCOMPARE(wash_->value(), 50U);
 }
 
 void tst_CueStepper::aLevelOfACueMayLieBeyondTheRange() {
-    CueStepper::executeCue(QVariantList{record("Spot.Dimmer", 70000LL), record("Wash.Dimmer", -1LL, 1e39)});
+    stepper_->executeCue(QVariantList{record("Spot.Dimmer", 70000LL), record("Wash.Dimmer", -1LL, 1e39)});
     QCOMPARE(spot_->value(), 70000U);
     QCOMPARE(wash_->time(), std::numeric_limits<float>::infinity());
     QCOMPARE(wash_->value(), 4294967295U);
@@ -226,13 +248,12 @@ void tst_CueStepper::aMissingCueBecomesCurrentAndChangesNothing() {
     QCOMPARE(spot_->value(), 30U);
 }
 
-void tst_CueStepper::withOptionHeldACueOnlyBecomesCurrent() {
+void tst_CueStepper::aCueThatIsOnlySelectedBecomesCurrent() {
     haveCues({{"1", QVariantList()}, {"2", QVariantList{record("Spot.Dimmer", 20LL, 5.0)}}});
     spot_->setValue(30);
     spot_->setTime(4);
     const QSignalSpy told(stepper_.get(), &CueStepper::currCueChanged);
-    gOptionHeld = true;
-    stepper_->choose("2");
+    stepper_->choose("2", Choosing::SelectOnly);
     QCOMPARE(stepper_->currCue(), Number("2"));
     QCOMPARE(told.size(), 1);
     QCOMPARE(spot_->value(), 30U);
@@ -321,16 +342,17 @@ void tst_CueStepper::aCueThatIsNotInTheListHasNoNextAndNoPrevious() {
     QCOMPARE(spot_->value(), 30U);
 }
 
-void tst_CueStepper::withOptionHeldNextAndPreviousExecuteNothing() {
+void tst_CueStepper::nextAndPreviousThatOnlySelectExecuteNothing() {
     haveCues(
         {{"1", QVariantList{record("Spot.Dimmer", 10LL)}}, {"2", QVariantList{record("Spot.Dimmer", 20LL)}}});
-    gOptionHeld = true;
     spot_->setValue(30);
-    stepper_->next();
+    stepper_->next(Choosing::SelectOnly);
     QCOMPARE(stepper_->currCue(), Number("1"));
-    stepper_->previous();
+    stepper_->previous(Choosing::SelectOnly);
     QCOMPARE(stepper_->currCue(), Number("2"));
     QCOMPARE(spot_->value(), 30U);
+    stepper_->previous(Choosing::Execute);
+    QCOMPARE(spot_->value(), 10U);
 }
 
 void tst_CueStepper::storingRecordsIntoTheCurrentCue() {
@@ -353,43 +375,39 @@ void tst_CueStepper::storingWithoutACurrentCueDoesNothing() {
 }
 
 void tst_CueStepper::clearBringsEverythingToRestAndRedrawsIt() {
-    QVERIFY(QTest::qWaitForWindowExposed(wash_->window()));
-    QCoreApplication::processEvents();
     stepper_->setCurrCue("1");
     spot_->setDMXValue(200, 10);
     wash_->setTime(3);
-    PaintCount counter(*wash_);
+    const ChangeCount changes(rig_->fixtures(), *wash_);
     stepper_->clear();
     QCOMPARE(spot_->value(), 0U);
     QVERIFY(!spot_->fade().running());
     QCOMPARE(wash_->value(), 50U);
     QCOMPARE(wash_->time(), 0.0F);
     QVERIFY(!stepper_->currCue());
-    QCOMPARE(counter.take(), 1);
+    QCOMPARE(changes.count(), 1);
 }
 
 void tst_CueStepper::clearTimingTakesTheTimesAndNoLevel() {
-    QVERIFY(QTest::qWaitForWindowExposed(wash_->window()));
-    QCoreApplication::processEvents();
     stepper_->setCurrCue("1");
     spot_->setValue(200);
     spot_->setTime(2);
     wash_->setTime(3);
-    PaintCount counter(*wash_);
+    const ChangeCount changes(rig_->fixtures(), *wash_);
     stepper_->clearTiming();
     QCOMPARE(spot_->value(), 200U);
     QCOMPARE(spot_->time(), 0.0F);
     QCOMPARE(wash_->value(), 50U);
     QCOMPARE(wash_->time(), 0.0F);
     QVERIFY(!stepper_->currCue());
-    QCOMPARE(counter.take(), 1);
+    QCOMPARE(changes.count(), 1);
 }
 
 void tst_CueStepper::clearTimingLetsAFadeRunOn() {
     spot_->setDMXValue(200, 2);
     stepper_->clearTiming();
     clock_->advance(Second);
-    ControlView::controlViews()->front()->update();
+    rig_->tick();
     QCOMPARE(spot_->value(), 100U);
 }
 

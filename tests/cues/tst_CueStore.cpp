@@ -1,6 +1,6 @@
 #include "cues/CueStore.h"
 
-#include "controls/DMXControl.h"
+#include "rig/DMXControl.h"
 #include "settings/Settings.h"
 #include "support/AsWritten.h"
 #include "support/TestRig.h"
@@ -63,7 +63,8 @@ private:
 void tst_CueStore::cueNumbersAreSorted() {
     Settings settings =
         settingsWithCues({{"10", ""}, {"9", ""}, {"1.10", ""}, {"1.2", ""}, {"1", QVariantList()}});
-    QCOMPARE(CueStore(settings).sortedCueList(), (QStringList{"1", "1.2", "1.10", "9", "10"}));
+    QCOMPARE(CueStore(settings, rig_->faders()).sortedCueList(),
+             (QStringList{"1", "1.2", "1.10", "9", "10"}));
 }
 
 void tst_CueStore::theFirstAndTheLastNumber_data() {
@@ -83,8 +84,8 @@ void tst_CueStore::theFirstAndTheLastNumber() {
     QFETCH(const Number, last);
 
     Settings settings = settingsWithCues(cues);
-    QCOMPARE(CueStore(settings).firstNumber(), first);
-    QCOMPARE(CueStore(settings).lastNumber(), last);
+    QCOMPARE(CueStore(settings, rig_->faders()).firstNumber(), first);
+    QCOMPARE(CueStore(settings, rig_->faders()).lastNumber(), last);
 }
 
 void tst_CueStore::theNumbersAroundAnother_data() {
@@ -110,13 +111,13 @@ void tst_CueStore::theNumbersAroundAnother() {
     QFETCH(const Number, after);
 
     Settings settings = settingsWithCues(cues);
-    QCOMPARE(CueStore(settings).numberBefore(number), before);
-    QCOMPARE(CueStore(settings).numberAfter(number), after);
+    QCOMPARE(CueStore(settings, rig_->faders()).numberBefore(number), before);
+    QCOMPARE(CueStore(settings, rig_->faders()).numberAfter(number), after);
 }
 
 void tst_CueStore::cueNumbersStayAsTyped() {
     Settings settings{QVariantMap()};
-    CueStore cues(settings);
+    CueStore cues(settings, rig_->faders());
     for (const char* number : {" 1 ", "A&B", "Clear", "01", "1.", "\t2"}) {
         cues.create(number);
     }
@@ -135,16 +136,16 @@ void tst_CueStore::withoutACueTableTheListIsEmpty() {
     QFETCH(const QVariantMap, rig);
 
     Settings settings(rig);
-    QCOMPARE(CueStore(settings).sortedCueList(), QStringList());
-    QVERIFY(!CueStore(settings).entry("1").isValid());
+    QCOMPARE(CueStore(settings, rig_->faders()).sortedCueList(), QStringList());
+    QVERIFY(!CueStore(settings, rig_->faders()).entry("1").isValid());
     Settings none;
-    QCOMPARE(CueStore(none).sortedCueList(), QStringList());
+    QCOMPARE(CueStore(none, rig_->faders()).sortedCueList(), QStringList());
 }
 
 void tst_CueStore::anEntryIsWhatStandsInTheTable() {
     const QVariantList records{record("Spot.Dimmer", 200, 0)};
     Settings settings = settingsWithCues({{"1", records}, {"2", "cue data goes here"}, {"3", 7LL}});
-    const CueStore cues(settings);
+    const CueStore cues(settings, rig_->faders());
     QCOMPARE(cues.entry("1"), QVariant(records));
     QCOMPARE(cues.entry("2"), QVariant("cue data goes here"));
     QCOMPARE(cues.entry("3"), QVariant(7LL));
@@ -154,33 +155,33 @@ void tst_CueStore::anEntryIsWhatStandsInTheTable() {
 
 void tst_CueStore::aNewCueHoldsThePlaceholder() {
     Settings settings = settingsWithCues({{"1", QVariantList()}});
-    CueStore(settings).create("3");
+    CueStore(settings, rig_->faders()).create("3");
     QCOMPARE(settings.cues(), (QVariantMap{{"1", QVariantList()}, {"3", "cue data goes here"}}));
 }
 
 void tst_CueStore::aNewCueReplacesAStoredOne() {
     Settings settings = settingsWithCues({{"1", QVariantList{record("Spot.Dimmer", 200, 0)}}});
-    CueStore(settings).create("1");
+    CueStore(settings, rig_->faders()).create("1");
     QCOMPARE(settings.cues(), (QVariantMap{{"1", "cue data goes here"}}));
 }
 
 void tst_CueStore::aNewCueMakesTheTable() {
     Settings settings(QVariantMap{{"house", "Old Town"}});
-    CueStore(settings).create("1");
+    CueStore(settings, rig_->faders()).create("1");
     const QVariantMap rig{{"house", "Old Town"}, {"cues", QVariantMap{{"1", "cue data goes here"}}}};
     QCOMPARE(settings.dictionary(), std::optional(rig));
 }
 
 void tst_CueStore::withoutARigACueIsNotMade() {
     Settings settings;
-    CueStore(settings).create("1");
+    CueStore(settings, rig_->faders()).create("1");
     QVERIFY(!settings.dictionary());
 }
 
 void tst_CueStore::withEveryControlAtRestAnEmptyListIsStored() {
     rig_->add(placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan", 128)}));
     Settings settings = settingsWithCues({{"1", "cue data goes here"}});
-    CueStore(settings).store("1");
+    CueStore(settings, rig_->faders()).store("1");
     QCOMPARE(asWritten(settings.cues()), QVariant(QVariantMap{{"1", QVariantList()}}));
 }
 
@@ -188,12 +189,12 @@ void tst_CueStore::controlsAwayFromTheirDefaultsAreStored() {
     rig_->add(
         placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan", 128), controlEntry("Tilt")}));
     rig_->add("Wash", {"Dimmer"});
-    controlNamed("Spot.Dimmer").setValue(200);
-    controlNamed("Spot.Dimmer").setTime(2.5);
-    controlNamed("Spot.Pan").setValue(0);
-    controlNamed("Wash.Dimmer").setValue(1);
+    rig_->control("Spot.Dimmer").setValue(200);
+    rig_->control("Spot.Dimmer").setTime(2.5);
+    rig_->control("Spot.Pan").setValue(0);
+    rig_->control("Wash.Dimmer").setValue(1);
     Settings settings = settingsWithCues({});
-    CueStore(settings).store("1");
+    CueStore(settings, rig_->faders()).store("1");
     QCOMPARE(settings.cues().value("1").toList(),
              (QVariantList{record("Spot.Dimmer", 200, 2.5), record("Spot.Pan", 0, 0),
                            record("Wash.Dimmer", 1, 0)}));
@@ -201,17 +202,17 @@ void tst_CueStore::controlsAwayFromTheirDefaultsAreStored() {
 
 void tst_CueStore::aFadeTimeAloneIsStored() {
     rig_->add(placement("Spot", 0, 1, {controlEntry("Pan", 128)}));
-    controlNamed("Spot.Pan").setTime(1.5);
+    rig_->control("Spot.Pan").setTime(1.5);
     Settings settings = settingsWithCues({});
-    CueStore(settings).store("1");
+    CueStore(settings, rig_->faders()).store("1");
     QCOMPARE(settings.cues().value("1").toList(), QVariantList{record("Spot.Pan", 128, 1.5)});
 }
 
 void tst_CueStore::aFadeTimeThatIsNoNumberIsStored() {
     rig_->add("Spot", {"Pan"});
-    controlNamed("Spot.Pan").setTime(std::numeric_limits<float>::quiet_NaN());
+    rig_->control("Spot.Pan").setTime(std::numeric_limits<float>::quiet_NaN());
     Settings settings = settingsWithCues({});
-    CueStore(settings).store("1");
+    CueStore(settings, rig_->faders()).store("1");
     QCOMPARE(settings.cues().value("1").toList().size(), 1);
     const QVariantMap stored = settings.cues().value("1").toList().at(0).toMap();
     QCOMPARE(stored.value("key"), QVariant("Spot.Pan"));
@@ -220,46 +221,46 @@ void tst_CueStore::aFadeTimeThatIsNoNumberIsStored() {
 
 void tst_CueStore::aLevelBeyond31BitsIsStoredAsNegative() {
     rig_->add("Spot", {"Pan"});
-    controlNamed("Spot.Pan").setValue(0x80000000U);
+    rig_->control("Spot.Pan").setValue(0x80000000U);
     Settings settings = settingsWithCues({});
-    CueStore(settings).store("1");
+    CueStore(settings, rig_->faders()).store("1");
     QCOMPARE(settings.cues().value("1").toList(), QVariantList{record("Spot.Pan", -2147483648LL, 0)});
 }
 
 void tst_CueStore::aRunningFadeIsStoredAsItIsNow() {
     rig_->add("Spot", {"Pan"});
-    controlNamed("Spot.Pan").setValue(10);
-    controlNamed("Spot.Pan").setDMXValue(200, 30);
+    rig_->control("Spot.Pan").setValue(10);
+    rig_->control("Spot.Pan").setDMXValue(200, 30);
     Settings settings = settingsWithCues({});
-    CueStore(settings).store("1");
+    CueStore(settings, rig_->faders()).store("1");
     QCOMPARE(settings.cues().value("1").toList(), QVariantList{record("Spot.Pan", 10, 30)});
 }
 
 void tst_CueStore::storingAgainKeepsOnlyTheSecond() {
     rig_->add("Spot", {"Dimmer", "Pan"});
     Settings settings = settingsWithCues({{"2", QVariantList()}});
-    controlNamed("Spot.Dimmer").setValue(1);
-    CueStore(settings).store("1");
-    controlNamed("Spot.Dimmer").setValue(0);
-    controlNamed("Spot.Pan").setValue(2);
-    CueStore(settings).store("1");
+    rig_->control("Spot.Dimmer").setValue(1);
+    CueStore(settings, rig_->faders()).store("1");
+    rig_->control("Spot.Dimmer").setValue(0);
+    rig_->control("Spot.Pan").setValue(2);
+    CueStore(settings, rig_->faders()).store("1");
     const QVariantMap expected{{"1", QVariantList{record("Spot.Pan", 2, 0)}}, {"2", QVariantList()}};
     QCOMPARE(asWritten(settings.cues()), QVariant(expected));
 }
 
 void tst_CueStore::storingWithoutACueTableGoesNowhere() {
     rig_->add("Spot", {"Dimmer"});
-    controlNamed("Spot.Dimmer").setValue(1);
+    rig_->control("Spot.Dimmer").setValue(1);
     Settings settings{QVariantMap()};
-    CueStore(settings).store("1");
+    CueStore(settings, rig_->faders()).store("1");
     QCOMPARE(settings.dictionary(), std::optional(QVariantMap()));
 }
 
 void tst_CueStore::recordsHaveTheTypesOfTheirNumbers() {
     rig_->add("Spot", {"Dimmer"});
-    controlNamed("Spot.Dimmer").setValue(1);
+    rig_->control("Spot.Dimmer").setValue(1);
     Settings settings = settingsWithCues({});
-    CueStore(settings).store("1");
+    CueStore(settings, rig_->faders()).store("1");
     const QVariantMap stored = settings.cues().value("1").toList().at(0).toMap();
     QCOMPARE(stored.keys(), (QStringList{"key", "time", "value"}));
     QCOMPARE(stored.value("value").typeId(), int{QMetaType::LongLong});
@@ -268,7 +269,7 @@ void tst_CueStore::recordsHaveTheTypesOfTheirNumbers() {
 
 void tst_CueStore::aRemovedCueIsGone() {
     Settings settings = settingsWithCues({{"1", QVariantList()}, {"2", QVariantList()}});
-    CueStore cues(settings);
+    CueStore cues(settings, rig_->faders());
     cues.remove("1");
     cues.remove("no such cue");
     QCOMPARE(cues.sortedCueList(), QStringList{"2"});
@@ -280,10 +281,10 @@ void tst_CueStore::compactingLeavesWhatIsWritten() {
                            {"3", QVariantList{QVariantMap{{"key", "Spot.Dimmer"}, {"value", "12"}}}},
                            {"4", QVariantList()}};
     Settings settings = settingsWithCues(cues);
-    CueStore(settings).compact();
+    CueStore(settings, rig_->faders()).compact();
     QCOMPARE(asWritten(settings.cues()), QVariant(cues));
     Settings none;
-    CueStore(none).compact();
+    CueStore(none, rig_->faders()).compact();
     QVERIFY(!none.dictionary());
 }
 

@@ -8,9 +8,9 @@
 #include "check/Report.h"
 #include "check/RigCheck.h"
 #include "check/RigListing.h"
-#include "fixtures/Profiles.h"
 #include "plist/PropertyList.h"
 #include "plist/Reading.h"
+#include "rig/Profiles.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 

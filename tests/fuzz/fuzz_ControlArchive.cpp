@@ -1,7 +1,7 @@
 // Any bytes on the pasteboard.
 
 #include "Require.h"
-#include "controls/ControlArchive.h"
+#include "rig/ControlArchive.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,17 +2,16 @@
 
 #include "Require.h"
 #include "RigMaker.h"
-#include "controls/ControlDefinition.h"
-#include "controls/ControlLevel.h"
-#include "fixtures/NameStack.h"
-#include "fixtures/ProfileExpansion.h"
-#include "fixtures/Profiles.h"
-#include "fixtures/ViewLayout.h"
+#include "levels/LevelArray.h"
+#include "rig/ControlDefinition.h"
+#include "rig/NameStack.h"
+#include "rig/ProfileExpansion.h"
+#include "rig/Profiles.h"
+#include "rig/ViewLayout.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <array>
-#include <memory>
 
 namespace {
 
@@ -67,13 +66,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(addresses.size() == items.size());
 
     GuardedSlots universe;
-    const auto levels = std::make_shared<LevelArray>();
+    LevelArray levels;
     for (std::size_t i = 0; i < items.size(); ++i) {
-        ControlLevel(levels, definitions[i]).setAddress(addresses[i]);
-        levels->goTo(i, target, seconds, 0);
+        const ControlDefinition& definition = definitions[i];
+        levels.add(definition.defaultValue);
+        levels.holdFade(i, definition.dummy);
+        levels.setPlace(i, definition.dummy ? SlotPlace() : slotPlace(addresses[i], definition.channels));
+        levels.goTo(i, target, seconds, 0);
     }
     for (const std::uint64_t now : {std::uint64_t{1}, later, std::uint64_t{0}}) {
-        levels->updateDMX(universe.levels, now);
+        levels.updateDMX(universe.levels, now);
         require(universe.isIntact());
     }
     return 0;

@@ -3,15 +3,16 @@
 
 #include "Require.h"
 #include "RigMaker.h"
-#include "artnet/DMX_Universe.h"
-#include "controls/DMXControl.h"
-#include "controls/EditView.h"
+#include "artnet/Transport.h"
 #include "cues/CueStepper.h"
 #include "cues/CueStore.h"
-#include "fixtures/ControlView.h"
-#include "fixtures/Profiles.h"
+#include "output/Engine.h"
+#include "panels/FixtureWindows.h"
 #include "plist/PropertyList.h"
 #include "plist/Reading.h"
+#include "rig/Faders.h"
+#include "rig/Fixtures.h"
+#include "rig/Profiles.h"
 #include "settings/Settings.h"
 #include "support/TestPlaces.h"
 
@@ -19,11 +20,12 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <vector>
+#include <algorithm>
 
 namespace {
 
 constexpr std::size_t maxBytes = 1 << 20;
+constexpr std::uint32_t localHost = 0x7F000001;
 constexpr int mostViews = 8; // a window takes its time
 
 QVariantMap settingsFrom(const std::uint8_t* data, std::size_t size) {
@@ -35,41 +37,52 @@ QVariantMap settingsFrom(const std::uint8_t* data, std::size_t size) {
     return mapValue(readPropertyList(file, maxBytes).value_or(QVariant()));
 }
 
-void tick() {
-    if (const auto* views = ControlView::controlViews()) {
-        for (const auto& view : *views) {
-            view->update();
-        }
-    }
-}
+struct Rig {
+    Engine engine;
+    Profiles profiles;
+    Faders faders;
+    Fixtures fixtures{engine, faders, profiles};
+    TestPlaces places;
+    FixtureWindows windows{fixtures, places};
 
-void runCues(Settings& settings) {
-    CueStore cues(settings);
-    CueStepper stepper(cues);
+    // What is sent goes nowhere: without a socket each rig would complain.
+    Rig() {
+        engine.setSocket(createSocket(0));
+        engine.setAddress(localHost);
+    }
+    void tick() {
+        engine.tick();
+        engine.takeNews();
+        fixtures.tellMoved();
+    }
+};
+
+void runCues(Settings& settings, Rig& rig) {
+    CueStore cues(settings, rig.faders);
+    CueStepper stepper(cues, rig.faders);
     for (qsizetype left = cues.sortedCueList().size(); left >= 0; --left) {
         stepper.next();
-        tick();
+        rig.tick();
     }
     stepper.previous();
     stepper.storeCue();
-    tick();
+    rig.tick();
     stepper.deleteCue();
     stepper.clear();
 }
 
 void runShow(const QVariantMap& dictionary) {
     Settings settings(dictionary);
-    Profiles profiles;
-    profiles.setTable(QVariantMap());
-    profiles.addUserProfiles(settings.userProfiles());
-    TestPlaces places;
+    Rig rig;
+    rig.profiles.setTable(QVariantMap());
+    rig.profiles.addUserProfiles(settings.userProfiles());
+    rig.windows.open();
     const QVariantList views = settings.views();
-    for (const QVariant& placement : views.first(std::min<qsizetype>(views.size(), mostViews))) {
-        ControlView::controlViewWithSettings(mapValue(placement), profiles, places);
-    }
-    tick();
-    runCues(settings);
+    rig.fixtures.replaceAll(views.first(std::min<qsizetype>(views.size(), mostViews)));
+    rig.tick();
+    runCues(settings, rig);
     writeXmlPropertyList(*settings.dictionary());
+    QCoreApplication::processEvents();
 }
 
 } // namespace
@@ -85,10 +98,5 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     runShow(settingsFrom(data, size));
-    QCoreApplication::processEvents();
-    ControlView::reset();
-    DMXControl::reset();
-    EditView::release();
-    DMX_Universe::releaseUniverses();
     return 0;
 }

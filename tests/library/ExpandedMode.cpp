@@ -1,10 +1,10 @@
 #include "library/ExpandedMode.h"
 
-#include "controls/ControlDefinition.h"
-#include "fixtures/NameStack.h"
-#include "fixtures/ProfileExpansion.h"
-#include "fixtures/Profiles.h"
 #include "library/FixtureImport.h"
+#include "rig/ControlDefinition.h"
+#include "rig/NameStack.h"
+#include "rig/ProfileExpansion.h"
+#include "rig/Profiles.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "patch/Patch.h"
 
-#include "controls/DMXControl.h"
-#include "fixtures/Placement.h"
+#include "rig/DMXControl.h"
+#include "rig/Placement.h"
 #include "support/StandardOutput.h"
 #include "support/TestRig.h"
 
@@ -61,7 +61,7 @@ class tst_Patch : public QObject {
 
 private slots:
     void aPlacementComesToControlsWithKeysAndSlots();
-    void itIsWhatAViewComesTo();
+    void itIsWhatAFixtureComesTo();
     void numbersThatAreNoneReadAsZero();
     void slotsAreCountedWithTheirBlanks();
     void aControlIsHeardInsideTheUniverseOnly_data();
@@ -69,7 +69,7 @@ private slots:
     void whatUnfoldsWithoutEndIsCutAndSaysSo();
     void aRigIsCutAsAWhole();
     void aProfileThatContainsItselfIsPassedOverSilently();
-    void theFixtureViewsAreThePresentPatch();
+    void theFixturesAreThePresentPatch();
 };
 
 void tst_Patch::aPlacementComesToControlsWithKeysAndSlots() {
@@ -83,21 +83,18 @@ void tst_Patch::aPlacementComesToControlsWithKeysAndSlots() {
     QCOMPARE(texts(fixture), expected);
 }
 
-void tst_Patch::itIsWhatAViewComesTo() {
-    const TestRig rig;
-    ControlView view;
-    view.setName("Bar");
-    view.setLayerNum(4);
-    view.setAddress(10);
-    view.loadProfile(bar.value("profiles").toList(), table(strip));
+void tst_Patch::itIsWhatAFixtureComesTo() {
+    TestRig rig;
+    rig.profiles() = table(strip);
+    const Fixture& made = rig.add(bar);
     const PatchedFixture fixture = patchedFixture(Placement::fromEntry(bar), table(strip));
-    QCOMPARE(view.controls().size(), fixture.controls.size());
+    QCOMPARE(made.controls().size(), fixture.controls.size());
     for (std::size_t i = 0; i < fixture.controls.size(); ++i) {
         const PatchedControl& patched = fixture.controls[i];
-        QCOMPARE(view.controls()[i]->address(), patched.slot);
-        QCOMPARE(view.controls()[i]->channels(), patched.channels);
-        QCOMPARE(view.controls()[i]->dummy(), patched.dummy);
-        QVERIFY(patched.dummy || &controlNamed(patched.key) == view.controls()[i].get());
+        QCOMPARE(made.controls()[i]->address(), patched.slot);
+        QCOMPARE(made.controls()[i]->channels(), patched.channels);
+        QCOMPARE(made.controls()[i]->dummy(), patched.dummy);
+        QVERIFY(patched.dummy || &rig.control(patched.key) == made.controls()[i].get());
     }
 }
 
@@ -173,16 +170,16 @@ void tst_Patch::aProfileThatContainsItselfIsPassedOverSilently() {
     QVERIFY(fixture.complete);
 }
 
-void tst_Patch::theFixtureViewsAreThePresentPatch() {
-    QCOMPARE(presentPatch().size(), std::size_t{0});
+void tst_Patch::theFixturesAreThePresentPatch() {
     TestRig rig;
+    QCOMPARE(presentPatch(rig.fixtures()).size(), std::size_t{0});
     rig.add("Spot", {"Dimmer", "Red"}, 2, 7);
     rig.add(placement("Wash", -1, 20, {QVariantMap{{"blank", 2}}, QVariantMap{{"channels", 2}}}));
-    const std::vector<PatchedFixture> patch = presentPatch();
+    const std::vector<PatchedFixture> patch = presentPatch(rig.fixtures());
     QCOMPARE(patch.size(), std::size_t{2});
     QCOMPARE(patch[0], (PatchedFixture{"Spot", 2, 7, {{{}, 6, 1, false}, {{}, 7, 1, false}}, true}));
     QCOMPARE(patch[1], (PatchedFixture{"Wash", -1, 20, {{{}, 19, 2, true}, {{}, 21, 2, false}}, true}));
 }
 
-QTEST_MAIN(tst_Patch)
+QTEST_APPLESS_MAIN(tst_Patch)
 #include "tst_Patch.moc"

@@ -1,41 +1,15 @@
 #include "rigging/Patching.h"
 
-#include "controls/DMXControl.h"
-#include "controls/EditView.h"
-#include "fixtures/ControlView.h"
-#include "fixtures/Profiles.h"
+#include "panels/FixtureWindows.h"
 #include "settings/Settings.h"
 #include "support/TestRig.h"
 
-#include <QKeyEvent>
+#include <QLabel>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <memory>
-
-namespace {
-
-ControlView& view(std::size_t row) {
-    return *ControlView::controlViews()->at(row);
-}
-
-QStringList names() {
-    QStringList names;
-    for (const auto& view : *ControlView::controlViews()) {
-        names.append(view->name());
-    }
-    return names;
-}
-
-QStringList keys() {
-    QStringList keys;
-    for (const auto& [key, control] : DMXControl::controlsByName()) {
-        keys.append(key);
-    }
-    return keys;
-}
-
-} // namespace
 
 /// A rig of three: Spot in universe 0 at 1, Wash in universe 1 at 20 and Bar in universe 0 at 50.
 class tst_Patching : public QObject {
@@ -83,10 +57,14 @@ private:
         return names;
     }
 
+    Fixture& fixture(std::size_t row) const { return *rig_->fixtures().at(row); }
+    FixtureWindow* windowOf(std::size_t row) const { return windows_->at(row); }
+    QStringList names() const;
+    QStringList keys() const;
+
     Settings settings_;
-    Profiles profiles_;
-    TestPlaces places_;
-    std::unique_ptr<TestRig> end_; ///< of all views
+    std::unique_ptr<TestRig> rig_;
+    std::unique_ptr<FixtureWindows> windows_;
     std::unique_ptr<Patching> patching_;
 };
 
@@ -95,17 +73,34 @@ void tst_Patching::init() {
         {"views", QVariantList{placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan")}),
                                placement("Wash", 1, 20, {controlEntry("Dimmer", 7)}),
                                placement("Bar", 0, 50, {controlEntry("Red")})}}});
-    profiles_ = Profiles();
-    profiles_.setTable(QVariantMap{{"Par", QVariantList{controlEntry("Level")}}});
-    places_ = TestPlaces();
-    end_ = std::make_unique<TestRig>();
-    ControlView::controlViewsWithSettings(settings_.views(), profiles_, places_);
-    patching_ = std::make_unique<Patching>(settings_, profiles_, places_);
+    rig_ = std::make_unique<TestRig>();
+    rig_->profiles().setTable(QVariantMap{{"Par", QVariantList{controlEntry("Level")}}});
+    rig_->fixtures().replaceAll(settings_.views());
+    windows_ = std::make_unique<FixtureWindows>(rig_->fixtures(), rig_->places());
+    windows_->open();
+    patching_ = std::make_unique<Patching>(settings_, rig_->profiles(), rig_->fixtures(), rig_->places());
 }
 
 void tst_Patching::cleanup() {
     patching_.reset();
-    end_.reset();
+    windows_.reset();
+    rig_.reset();
+}
+
+QStringList tst_Patching::names() const {
+    QStringList names;
+    for (const auto& fixture : rig_->fixtures().rows()) {
+        names.append(fixture->name());
+    }
+    return names;
+}
+
+QStringList tst_Patching::keys() const {
+    QStringList keys;
+    for (const DMXControl* const fader : rig_->faders().sorted()) {
+        keys.append(fader->key());
+    }
+    return keys;
 }
 
 // --- Adding --------------------------------------------------------------------------------------------
@@ -115,9 +110,9 @@ void tst_Patching::anAddedFixtureStandsBelowTheOthers() {
     patching_->addFixtures({.placements = {par}, .profiles = {}});
     QCOMPARE(names(), (QStringList{"Spot", "Wash", "Bar", "Par 1"}));
     QCOMPARE(settings_.views().at(3).toMap(), par);
-    QVERIFY(view(3).window()->isVisible());
-    QCOMPARE(view(3).window()->windowTitle(), QString("Par 1 Univ: 2 Addr: 100"));
-    QCOMPARE(controlNamed("Par 1.Level").address(), 99U);
+    QVERIFY(windowOf(3)->isVisible());
+    QCOMPARE(windowOf(3)->windowTitle(), QString("Par 1 Univ: 2 Addr: 100"));
+    QCOMPARE(rig_->control("Par 1.Level").address(), 99U);
     QCOMPARE(patching_->history().undoText(), QString("Add Par 1"));
 }
 
@@ -125,7 +120,7 @@ void tst_Patching::anAddedFixtureFindsTheProfilesThatComeWithIt() {
     const QVariantList head{controlEntry("Pan"), controlEntry("Tilt")};
     patching_->addFixtures({.placements = {placement("Head", 0, 1, {QVariantMap{{"profile", "Mover"}}})},
                             .profiles = {{"Mover", head}}});
-    QCOMPARE(view(3).controls().size(), std::size_t{2});
+    QCOMPARE(fixture(3).controls().size(), std::size_t{2});
     QCOMPARE(settings_.userProfiles(), (QVariantMap{{"Mover", head}}));
 }
 
@@ -138,43 +133,42 @@ void tst_Patching::undoingAnAddTakesFixturesAndProfilesAway() {
     QCOMPARE(names(), (QStringList{"Spot", "Wash", "Bar"}));
     QCOMPARE(placedNames(), (QStringList{"Spot", "Wash", "Bar"}));
     QCOMPARE(settings_.userProfiles(), QVariantMap());
-    QVERIFY(profiles_.profileWithName("Mover").isEmpty());
+    QVERIFY(rig_->profiles().profileWithName("Mover").isEmpty());
     QCOMPARE(keys(), (QStringList{"Bar.Red", "Spot.Dimmer", "Spot.Pan", "Wash.Dimmer"}));
     patching_->history().redo();
     QCOMPARE(placedNames(), (QStringList{"Spot", "Wash", "Bar", "A", "B"}));
-    QCOMPARE(view(4).controls().size(), std::size_t{1});
+    QCOMPARE(fixture(4).controls().size(), std::size_t{1});
 }
 
 void tst_Patching::anAddDoneAgainBringsTheLevelsBack() {
     patching_->addFixtures(
         {.placements = {placement("Par", 0, 1, {QVariantMap{{"profile", "Par"}}})}, .profiles = {}});
-    controlNamed("Par.Level").setDMXValue(90, 0);
+    rig_->control("Par.Level").setDMXValue(90, 0);
     patching_->history().undo();
     patching_->history().redo();
-    QCOMPARE(controlNamed("Par.Level").value(), 90U);
+    QCOMPARE(rig_->control("Par.Level").value(), 90U);
 }
 
 void tst_Patching::aProfileThatWasReplacedIsThereAgain() {
     const QVariantList own{controlEntry("Own")};
     patching_->addProfiles({{"Par", own}}, "Maker Par");
     QCOMPARE(patching_->history().undoText(), QString("Import Maker Par"));
-    QCOMPARE(profiles_.profileWithName("Par"), own);
+    QCOMPARE(rig_->profiles().profileWithName("Par"), own);
     QCOMPARE(settings_.userProfiles().value("Par").toList(), own);
     patching_->history().undo();
-    QCOMPARE(profiles_.profileWithName("Par"), QVariantList{controlEntry("Level")});
+    QCOMPARE(rig_->profiles().profileWithName("Par"), QVariantList{controlEntry("Level")});
     QVERIFY(!settings_.userProfiles().contains("Par"));
 }
 
 void tst_Patching::aRigBeginsWithItsFirstFixture() {
-    ControlView::reset();
-    DMXControl::reset();
+    rig_->fixtures().remove(0, 3);
     settings_ = Settings();
     patching_->addFixtures(
         {.placements = {placement("Lamp", 0, 1, {controlEntry("Dimmer")})}, .profiles = {}});
     QCOMPARE(names(), QStringList{"Lamp"});
     QCOMPARE(placedNames(), QStringList{"Lamp"});
     patching_->history().undo();
-    QCOMPARE(ControlView::count(), std::size_t{0});
+    QCOMPARE(rig_->fixtures().count(), std::size_t{0});
     QCOMPARE(settings_.views(), QVariantList());
 }
 
@@ -186,7 +180,7 @@ void tst_Patching::nothingToAddIsNoStep() {
 // --- Removing ------------------------------------------------------------------------------------------
 
 void tst_Patching::aRemovedFixtureLeavesEverything() {
-    const QPointer<QWidget> window = view(1).window();
+    const QPointer<QWidget> window = windowOf(1);
     patching_->removeFixtures({1});
     QCOMPARE(names(), (QStringList{"Spot", "Bar"}));
     QCOMPARE(placedNames(), (QStringList{"Spot", "Bar"}));
@@ -196,39 +190,43 @@ void tst_Patching::aRemovedFixtureLeavesEverything() {
 }
 
 void tst_Patching::theOthersStayAsTheyAre() {
-    ControlView& spot = view(0);
-    ControlView& bar = view(2);
-    controlNamed("Bar.Red").setDMXValue(255, 0);
-    controlNamed("Spot.Pan").setDMXValue(200, 1e6F);
-    spot.setSelectedControl(&controlNamed("Spot.Pan"));
+    Fixture& spot = fixture(0);
+    const Fixture& bar = fixture(2);
+    const FixtureWindow* const spotWindow = windowOf(0);
+    const FixtureWindow* const barWindow = windowOf(2);
+    rig_->control("Bar.Red").setDMXValue(255, 0);
+    rig_->control("Spot.Pan").setDMXValue(200, 1e6F);
+    spot.setSelectedControl(&rig_->control("Spot.Pan"));
     patching_->removeFixtures({1});
-    QCOMPARE(&view(0), &spot);
-    QCOMPARE(&view(1), &bar);
-    QCOMPARE(controlNamed("Bar.Red").value(), 255U);
-    QVERIFY(controlNamed("Spot.Pan").fade().running());
-    QCOMPARE(spot.selectedControl(), &controlNamed("Spot.Pan"));
-    QVERIFY(spot.window()->isVisible());
-    QVERIFY(bar.window()->isVisible());
+    QCOMPARE(&fixture(0), &spot);
+    QCOMPARE(&fixture(1), &bar);
+    QCOMPARE(rig_->control("Bar.Red").value(), 255U);
+    QVERIFY(rig_->control("Spot.Pan").fade().running());
+    QCOMPARE(spot.selectedControl(), &rig_->control("Spot.Pan"));
+    QCOMPARE(windowOf(0), spotWindow);
+    QCOMPARE(windowOf(1), barWindow);
+    QVERIFY(windowOf(0)->isVisible());
+    QVERIFY(windowOf(1)->isVisible());
 }
 
 void tst_Patching::undoingARemovalBringsEverythingBack() {
     const QVariantList before = settings_.views();
-    DMXControl& dimmer = controlNamed("Wash.Dimmer");
+    DMXControl& dimmer = rig_->control("Wash.Dimmer");
     dimmer.setDMXValue(123, 0);
     dimmer.setTime(2.5F);
-    dimmer.makeFirstResponder();
+    dimmer.becomeFirstResponder();
     patching_->removeFixtures({1});
     patching_->history().undo();
     QCOMPARE(names(), (QStringList{"Spot", "Wash", "Bar"}));
     QCOMPARE(settings_.views(), before);
-    QCOMPARE(controlNamed("Wash.Dimmer").value(), 123U);
-    QCOMPARE(controlNamed("Wash.Dimmer").time(), 2.5F);
-    QCOMPARE(view(1).selectedControl(), &controlNamed("Wash.Dimmer"));
-    QVERIFY(view(1).window()->isVisible());
+    QCOMPARE(rig_->control("Wash.Dimmer").value(), 123U);
+    QCOMPARE(rig_->control("Wash.Dimmer").time(), 2.5F);
+    QCOMPARE(fixture(1).selectedControl(), &rig_->control("Wash.Dimmer"));
+    QVERIFY(windowOf(1)->isVisible());
     patching_->history().redo();
     QCOMPARE(names(), (QStringList{"Spot", "Bar"}));
     patching_->history().undo();
-    QCOMPARE(controlNamed("Wash.Dimmer").value(), 123U);
+    QCOMPARE(rig_->control("Wash.Dimmer").value(), 123U);
 }
 
 void tst_Patching::severalAreRemovedInOneStep() {
@@ -240,7 +238,7 @@ void tst_Patching::severalAreRemovedInOneStep() {
     QCOMPARE(names(), (QStringList{"Spot", "Wash", "Bar"}));
     QCOMPARE(placedNames(), (QStringList{"Spot", "Wash", "Bar"}));
     patching_->removeFixtures({0, 1, 2});
-    QCOMPARE(ControlView::count(), std::size_t{0});
+    QCOMPARE(rig_->fixtures().count(), std::size_t{0});
     patching_->history().undo();
     QCOMPARE(names(), (QStringList{"Spot", "Wash", "Bar"}));
 }
@@ -255,9 +253,9 @@ void tst_Patching::rowsWithoutAFixtureArePassedOver() {
 void tst_Patching::whoeverSharedItsKeysIsFoundAgain() {
     patching_->addFixtures(
         {.placements = {placement("Spot", 3, 1, {controlEntry("Dimmer")})}, .profiles = {}});
-    QCOMPARE(&controlNamed("Spot.Dimmer"), view(3).controls().at(0).get());
+    QCOMPARE(&rig_->control("Spot.Dimmer"), fixture(3).controls().at(0).get());
     patching_->removeFixtures({3});
-    QCOMPARE(&controlNamed("Spot.Dimmer"), view(0).controls().at(0).get());
+    QCOMPARE(&rig_->control("Spot.Dimmer"), fixture(0).controls().at(0).get());
     QCOMPARE(keys(), (QStringList{"Bar.Red", "Spot.Dimmer", "Spot.Pan", "Wash.Dimmer"}));
 }
 
@@ -266,48 +264,54 @@ void tst_Patching::ofFixturesWithOneKeyTheLastInTheTableIsFound() {
         {.placements = {placement("Spot", 3, 1, {controlEntry("Dimmer")})}, .profiles = {}});
     patching_->removeFixtures({0});
     patching_->history().undo();
-    QCOMPARE(&controlNamed("Spot.Dimmer"), view(3).controls().at(0).get());
-    QCOMPARE(&controlNamed("Spot.Pan"), view(0).controls().at(1).get());
+    QCOMPARE(&rig_->control("Spot.Dimmer"), fixture(3).controls().at(0).get());
+    QCOMPARE(&rig_->control("Spot.Pan"), fixture(0).controls().at(1).get());
 }
 
 void tst_Patching::windowsKeepTheirPlacesByRow() {
     for (int row = 0; row < 3; ++row) {
-        places_.setPlace(QString("faderhall_window_%1").arg(row), QPoint(100 * row, 50));
+        rig_->places().setPlace(QString("faderhall_window_%1").arg(row), QPoint(100 * row, 50));
     }
     patching_->removeFixtures({1});
-    QCOMPARE(view(1).autosavename(), QString("faderhall_window_1"));
-    QCOMPARE(places_.place("faderhall_window_0"), QPoint(0, 50));
-    QCOMPARE(places_.place("faderhall_window_1"), QPoint(200, 50));
-    view(1).window()->move(333, 44);
-    QTRY_COMPARE(places_.place("faderhall_window_1"), QPoint(333, 44));
+    QCOMPARE(windowOf(1)->autosavename(), QString("faderhall_window_1"));
+    QCOMPARE(rig_->places().place("faderhall_window_0"), QPoint(0, 50));
+    QCOMPARE(rig_->places().place("faderhall_window_1"), QPoint(200, 50));
+    windowOf(1)->move(333, 44);
+    QTRY_COMPARE(rig_->places().place("faderhall_window_1"), QPoint(333, 44));
     patching_->history().undo();
-    QCOMPARE(places_.place("faderhall_window_0"), QPoint(0, 50));
-    QCOMPARE(places_.place("faderhall_window_1"), QPoint(100, 50));
-    QCOMPARE(places_.place("faderhall_window_2"), QPoint(333, 44));
-    QCOMPARE(view(1).window()->pos(), QPoint(100, 50));
-    QCOMPARE(view(2).autosavename(), QString("faderhall_window_2"));
+    QCOMPARE(rig_->places().place("faderhall_window_0"), QPoint(0, 50));
+    QCOMPARE(rig_->places().place("faderhall_window_1"), QPoint(100, 50));
+    QCOMPARE(rig_->places().place("faderhall_window_2"), QPoint(333, 44));
+    QCOMPARE(windowOf(1)->pos(), QPoint(100, 50));
+    QCOMPARE(windowOf(2)->autosavename(), QString("faderhall_window_2"));
 }
 
 void tst_Patching::aWindowWithoutAPlaceTakesNobodys() {
-    places_ = TestPlaces();
-    places_.setPlace("faderhall_window_1", QPoint(100, 50));
+    rig_->places() = TestPlaces();
+    rig_->places().setPlace("faderhall_window_1", QPoint(100, 50));
     patching_->removeFixtures({1});
-    QVERIFY(!places_.place("faderhall_window_1"));
+    QVERIFY(!rig_->places().place("faderhall_window_1"));
 }
 
 void tst_Patching::aFadeAndAnEntryEndWithTheirFixture() {
-    DMXControl& dimmer = controlNamed("Wash.Dimmer");
+    DMXControl& dimmer = rig_->control("Wash.Dimmer");
     dimmer.setDMXValue(200, 1e6F);
-    dimmer.makeFirstResponder();
-    dimmer.keyDown(QKeyEvent(QEvent::KeyPress, Qt::Key_4, Qt::NoModifier, "4"));
-    dimmer.mouseDown({3, 3});
-    QVERIFY(EditView::isShownBy(&dimmer));
+    ControlView& view = windowOf(1)->view();
+    QTest::mousePress(&view, Qt::LeftButton, {}, fixture(1).frameOf(dimmer).center());
+    QTest::keyClicks(&view, "4");
+    QVERIFY(view.findChild<QLabel*>("gEditView")->isVisible());
     patching_->removeFixtures({1});
     QCoreApplication::processEvents();
     patching_->history().undo();
-    QCOMPARE(controlNamed("Wash.Dimmer").value(), 7U);
-    QVERIFY(!controlNamed("Wash.Dimmer").fade().running());
-    QVERIFY(!EditView::isShownBy(&controlNamed("Wash.Dimmer")));
+    QCOMPARE(rig_->control("Wash.Dimmer").value(), 7U);
+    QVERIFY(!rig_->control("Wash.Dimmer").fade().running());
+    QVERIFY(rig_->control("Wash.Dimmer").entry().empty());
+    for (std::size_t row = 0; row < 3; ++row) {
+        QVERIFY(windowOf(row)->findChildren<QLabel*>("gEditView").isEmpty());
+    }
+    QTest::mouseMove(&windowOf(1)->view(), QPoint(100, 10));
+    QTest::mouseRelease(&windowOf(1)->view(), Qt::LeftButton);
+    QCOMPARE(rig_->control("Wash.Dimmer").value(), 7U);
 }
 
 // --- Moving --------------------------------------------------------------------------------------------
@@ -315,17 +319,17 @@ void tst_Patching::aFadeAndAnEntryEndWithTheirFixture() {
 void tst_Patching::aMoveIsAStep() {
     QVERIFY(patching_->moveFixture(1, PlacementNumber::Address, 30));
     QVERIFY(patching_->moveFixture(1, PlacementNumber::Universe, 5));
-    QCOMPARE(view(1).window()->windowTitle(), QString("Wash Univ: 5 Addr: 30"));
+    QCOMPARE(windowOf(1)->windowTitle(), QString("Wash Univ: 5 Addr: 30"));
     QCOMPARE(patching_->history().undoText(), QString("Move Wash"));
     patching_->history().undo();
-    QCOMPARE(view(1).universe(), 1U);
+    QCOMPARE(fixture(1).universe(), 1U);
     QCOMPARE(placed(1, "universe"), QVariant(1LL));
     QCOMPARE(placed(1, "address"), QVariant(30LL));
     patching_->history().undo();
-    QCOMPARE(view(1).controls().at(0)->address(), 19U);
+    QCOMPARE(fixture(1).controls().at(0)->address(), 19U);
     QCOMPARE(placed(1, "address"), QVariant(20LL));
     patching_->history().redo();
-    QCOMPARE(view(1).address(), 30U);
+    QCOMPARE(fixture(1).address(), 30U);
 }
 
 void tst_Patching::theNumberThatItHasIsNoStep() {
@@ -337,7 +341,7 @@ void tst_Patching::aFixtureWithoutAPlacementStays() {
     settings_ = Settings(QVariantMap{{"views", QVariantList{"Spot"}}});
     QVERIFY(!patching_->moveFixture(0, PlacementNumber::Address, 9));
     QVERIFY(!patching_->moveFixture(3, PlacementNumber::Address, 9));
-    QCOMPARE(view(0).address(), 1U);
+    QCOMPARE(fixture(0).address(), 1U);
     QVERIFY(!patching_->history().canUndo());
 }
 

@@ -1,6 +1,8 @@
 #include "settings/SavedState.h"
 
-#include "controls/DMXControl.h"
+#include "panels/ControlView.h"
+#include "panels/EditView.h"
+#include "rig/DMXControl.h"
 #include "settings/UserDefaults.h"
 #include "support/TestRig.h"
 
@@ -54,27 +56,27 @@ private:
 
     std::unique_ptr<QTemporaryDir> folder_;
     std::unique_ptr<UserDefaults> defaults_;
-    std::unique_ptr<SavedState> state_;
     std::unique_ptr<TestRig> rig_;
+    std::unique_ptr<SavedState> state_;
 };
 
 void tst_SavedState::init() {
     folder_ = std::make_unique<QTemporaryDir>();
     defaults_ = std::make_unique<UserDefaults>(folder_->filePath("defaults.plist"));
-    state_ = std::make_unique<SavedState>(*defaults_);
     rig_ = std::make_unique<TestRig>();
+    state_ = std::make_unique<SavedState>(*defaults_, rig_->faders(), rig_->fixtures());
 }
 
 void tst_SavedState::cleanup() {
-    rig_.reset();
     state_.reset();
+    rig_.reset();
     defaults_.reset();
     folder_.reset();
 }
 
 void tst_SavedState::withAllControlsAtTheirDefaultsAnEmptyArrayIsKept() {
     rig_->add(placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan", 128)}));
-    controlNamed("Spot.Dimmer").setTime(2);
+    rig_->control("Spot.Dimmer").setTime(2);
     state_->saveState(stateKey);
     QCOMPARE(defaults_->objectForKey(stateKey), QVariant(QVariantList()));
 }
@@ -82,71 +84,71 @@ void tst_SavedState::withAllControlsAtTheirDefaultsAnEmptyArrayIsKept() {
 void tst_SavedState::levelsAwayFromTheirDefaultsAreKept() {
     rig_->add(
         placement("Spot", 0, 1, {controlEntry("Dimmer"), controlEntry("Pan", 128), controlEntry("Tilt")}));
-    controlNamed("Spot.Dimmer").setDMXValue(200, 0);
-    controlNamed("Spot.Pan").setDMXValue(0, 1.5F);
-    controlNamed("Spot.Pan").setValue(0);
+    rig_->control("Spot.Dimmer").setDMXValue(200, 0);
+    rig_->control("Spot.Pan").setDMXValue(0, 1.5F);
+    rig_->control("Spot.Pan").setValue(0);
     state_->saveState(stateKey);
     QCOMPARE(kept(stateKey), (QVariantList{levelRecord("Spot.Dimmer", 200LL), levelRecord("Spot.Pan", 0LL)}));
 }
 
 void tst_SavedState::keptLevelsReplaceTheEarlierOnes() {
     rig_->add("Spot", {"Dimmer", "Tilt"});
-    controlNamed("Spot.Dimmer").setValue(1);
+    rig_->control("Spot.Dimmer").setValue(1);
     state_->saveState(stateKey);
-    controlNamed("Spot.Dimmer").setValue(0);
-    controlNamed("Spot.Tilt").setValue(2);
+    rig_->control("Spot.Dimmer").setValue(0);
+    rig_->control("Spot.Tilt").setValue(2);
     state_->saveState(stateKey);
     QCOMPARE(kept(stateKey), QVariantList{levelRecord("Spot.Tilt", 2LL)});
 }
 
 void tst_SavedState::aFadeIsKeptAsTheLevelThatItHasReached() {
     rig_->add("Spot", {"Dimmer"});
-    controlNamed("Spot.Dimmer").setValue(30);
-    controlNamed("Spot.Dimmer").setDMXValue(200, 60);
+    rig_->control("Spot.Dimmer").setValue(30);
+    rig_->control("Spot.Dimmer").setDMXValue(200, 60);
     state_->saveState(stateKey);
     QCOMPARE(kept(stateKey), QVariantList{levelRecord("Spot.Dimmer", 30LL)});
 }
 
 void tst_SavedState::levelsBeyond31BitsSurvive() {
     rig_->add("Spot", {"Dimmer"});
-    controlNamed("Spot.Dimmer").setValue(0xFFFFFFFFU);
+    rig_->control("Spot.Dimmer").setValue(0xFFFFFFFFU);
     state_->saveState(stateKey);
     QCOMPARE(kept(stateKey), QVariantList{levelRecord("Spot.Dimmer", -1LL)});
-    controlNamed("Spot.Dimmer").setValue(0);
+    rig_->control("Spot.Dimmer").setValue(0);
     state_->restoreState(stateKey);
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 0xFFFFFFFFU);
+    QCOMPARE(rig_->control("Spot.Dimmer").value(), 0xFFFFFFFFU);
 }
 
 void tst_SavedState::eachConfigurationKeepsItsOwnLevels() {
     rig_->add("Spot", {"Dimmer"});
-    controlNamed("Spot.Dimmer").setValue(10);
+    rig_->control("Spot.Dimmer").setValue(10);
     state_->saveState("saved_state: Tour");
-    controlNamed("Spot.Dimmer").setValue(20);
+    rig_->control("Spot.Dimmer").setValue(20);
     state_->saveState("saved_state: Foyer");
     state_->restoreState("saved_state: Tour");
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 10U);
+    QCOMPARE(rig_->control("Spot.Dimmer").value(), 10U);
     state_->restoreState("saved_state: Foyer");
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 20U);
+    QCOMPARE(rig_->control("Spot.Dimmer").value(), 20U);
 }
 
 void tst_SavedState::keptLevelsAreSetAtOnce() {
     rig_->add("Spot", {"Dimmer"});
     defaults_->setObject(QVariantList{levelRecord("Spot.Dimmer", 200LL)}, stateKey);
-    controlNamed("Spot.Dimmer").setDMXValue(50, 10);
+    rig_->control("Spot.Dimmer").setDMXValue(50, 10);
     state_->restoreState(stateKey);
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 200U);
-    QCOMPARE(controlNamed("Spot.Dimmer").time(), 0.0F);
-    QVERIFY(!controlNamed("Spot.Dimmer").fade().running());
+    QCOMPARE(rig_->control("Spot.Dimmer").value(), 200U);
+    QCOMPARE(rig_->control("Spot.Dimmer").time(), 0.0F);
+    QVERIFY(!rig_->control("Spot.Dimmer").fade().running());
 }
 
 void tst_SavedState::controlsWithoutAKeptLevelAreLeftAlone() {
     rig_->add("Spot", {"Dimmer", "Pan"});
-    controlNamed("Spot.Pan").setValue(77);
+    rig_->control("Spot.Pan").setValue(77);
     state_->restoreState(stateKey);
-    QCOMPARE(controlNamed("Spot.Pan").value(), 77U);
+    QCOMPARE(rig_->control("Spot.Pan").value(), 77U);
     defaults_->setObject(QVariantList{levelRecord("Spot.Dimmer", 200LL)}, stateKey);
     state_->restoreState(stateKey);
-    QCOMPARE(controlNamed("Spot.Pan").value(), 77U);
+    QCOMPARE(rig_->control("Spot.Pan").value(), 77U);
 }
 
 void tst_SavedState::recordsAreReadAsNumbers() {
@@ -154,10 +156,10 @@ void tst_SavedState::recordsAreReadAsNumbers() {
     defaults_->setObject(
         QVariantList{levelRecord("Spot.Dimmer", "12abc", "0"), levelRecord("Spot.Pan", QVariantList{9LL})},
         stateKey);
-    controlNamed("Spot.Pan").setValue(5);
+    rig_->control("Spot.Pan").setValue(5);
     state_->restoreState(stateKey);
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 12U);
-    QCOMPARE(controlNamed("Spot.Pan").value(), 0U);
+    QCOMPARE(rig_->control("Spot.Dimmer").value(), 12U);
+    QCOMPARE(rig_->control("Spot.Pan").value(), 0U);
 }
 
 void tst_SavedState::aKeyThatNamesNoControlIsPassedOver() {
@@ -166,7 +168,7 @@ void tst_SavedState::aKeyThatNamesNoControlIsPassedOver() {
         QVariantList{levelRecord("Wash.Dimmer", 1LL), levelRecord("", 2LL), levelRecord("Spot.Dimmer", 3LL)},
         stateKey);
     state_->restoreState(stateKey);
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 3U);
+    QCOMPARE(rig_->control("Spot.Dimmer").value(), 3U);
 }
 
 void tst_SavedState::storedLevelsOfAWrongTypeDoNothing_data() {
@@ -187,18 +189,18 @@ void tst_SavedState::storedLevelsOfAWrongTypeDoNothing() {
     QFETCH(const QVariant, stored);
 
     rig_->add("Spot", {"Dimmer"});
-    controlNamed("Spot.Dimmer").setValue(30);
+    rig_->control("Spot.Dimmer").setValue(30);
     defaults_->setObject(stored, stateKey);
     state_->restoreState(stateKey);
-    QCOMPARE(controlNamed("Spot.Dimmer").value(), 30U);
+    QCOMPARE(rig_->control("Spot.Dimmer").value(), 30U);
 }
 
 void tst_SavedState::aViewWithoutASelectionKeepsItsPosition() {
     rig_->add("Left", {"Dimmer"});
     rig_->add("Middle", {"Dimmer"});
     rig_->add("Right", {"Dimmer", "Pan"});
-    controlNamed("Left.Dimmer").makeFirstResponder();
-    controlNamed("Right.Pan").makeFirstResponder();
+    rig_->control("Left.Dimmer").becomeFirstResponder();
+    rig_->control("Right.Pan").becomeFirstResponder();
     state_->saveControlSelections();
     QCOMPARE(kept(selectionsKey), (QVariantList{"Left.Dimmer", "", "Right.Pan"}));
 }
@@ -210,63 +212,73 @@ void tst_SavedState::withoutViewsAnEmptyArrayIsKept() {
 }
 
 void tst_SavedState::aSelectedControlThatStandsUnderNoKeyIsNotKept() {
-    ControlView& first = rig_->add("Twin", {"Dimmer"});
-    ControlView& second = rig_->add("Twin", {"Dimmer"});
-    first.controls().front()->makeFirstResponder();
-    second.controls().front()->makeFirstResponder();
+    Fixture& first = rig_->add("Twin", {"Dimmer"});
+    Fixture& second = rig_->add("Twin", {"Dimmer"});
+    first.controls().front()->becomeFirstResponder();
+    second.controls().front()->becomeFirstResponder();
     state_->saveControlSelections();
     QCOMPARE(kept(selectionsKey), (QVariantList{"", "Twin.Dimmer"}));
 }
 
 void tst_SavedState::keptSelectionsAreSelectedAgain() {
-    ControlView& left = rig_->add("Left", {"Dimmer", "Pan"});
-    ControlView& right = rig_->add("Right", {"Dimmer"});
+    Fixture& left = rig_->add("Left", {"Dimmer", "Pan"});
+    Fixture& right = rig_->add("Right", {"Dimmer"});
     defaults_->setObject(QVariantList{"Left.Pan", "Right.Dimmer"}, selectionsKey);
     state_->restoreControlSelections();
-    QCOMPARE(left.selectedControl(), &controlNamed("Left.Pan"));
-    QCOMPARE(left.window()->focusWidget(), &controlNamed("Left.Pan"));
-    QCOMPARE(right.selectedControl(), &controlNamed("Right.Dimmer"));
-    QCOMPARE(right.window()->focusWidget(), &controlNamed("Right.Dimmer"));
+    QCOMPARE(left.selectedControl(), &rig_->control("Left.Pan"));
+    QVERIFY(rig_->control("Left.Pan").firstResponder());
+    QCOMPARE(right.selectedControl(), &rig_->control("Right.Dimmer"));
+    QVERIFY(rig_->control("Right.Dimmer").firstResponder());
 }
 
 void tst_SavedState::surplusSelectionsAreIgnored() {
-    ControlView& left = rig_->add("Left", {"Dimmer", "Pan"});
+    Fixture& left = rig_->add("Left", {"Dimmer", "Pan"});
     defaults_->setObject(QVariantList{"Left.Dimmer", "Left.Pan", ""}, selectionsKey);
     state_->restoreControlSelections();
-    QCOMPARE(left.selectedControl(), &controlNamed("Left.Dimmer"));
+    QCOMPARE(left.selectedControl(), &rig_->control("Left.Dimmer"));
 }
 
 void tst_SavedState::viewsWithoutAKeptSelectionHaveNone() {
-    ControlView& left = rig_->add("Left", {"Dimmer"});
-    ControlView& right = rig_->add("Right", {"Dimmer"});
+    Fixture& left = rig_->add("Left", {"Dimmer"});
+    Fixture& right = rig_->add("Right", {"Dimmer"});
     defaults_->setObject(QVariantList{"Left.Dimmer"}, selectionsKey);
     state_->restoreControlSelections();
-    QCOMPARE(left.selectedControl(), &controlNamed("Left.Dimmer"));
+    QCOMPARE(left.selectedControl(), &rig_->control("Left.Dimmer"));
     QCOMPARE(right.selectedControl(), nullptr);
 }
 
 void tst_SavedState::aSelectionWhoseControlIsGoneIsSkipped() {
-    ControlView& left = rig_->add("Left", {"Dimmer"});
-    ControlView& right = rig_->add("Right", {"Dimmer"});
+    Fixture& left = rig_->add("Left", {"Dimmer"});
+    Fixture& right = rig_->add("Right", {"Dimmer"});
     defaults_->setObject(QVariantList{"Old.Dimmer", "Right.Dimmer"}, selectionsKey);
     state_->restoreControlSelections();
     QCOMPARE(left.selectedControl(), nullptr);
-    QCOMPARE(right.selectedControl(), &controlNamed("Right.Dimmer"));
+    QCOMPARE(right.selectedControl(), &rig_->control("Right.Dimmer"));
 }
 
 void tst_SavedState::aSelectionOfAnotherViewIsHarmless() {
-    ControlView& left = rig_->add("Left", {"Dimmer", "Pan"});
-    ControlView& right = rig_->add("Right", {"Dimmer"});
+    Fixture& left = rig_->add("Left", {"Dimmer", "Pan"});
+    Fixture& right = rig_->add("Right", {"Dimmer"});
     defaults_->setObject(QVariantList{"Right.Dimmer", "Left.Dimmer"}, selectionsKey);
     state_->restoreControlSelections();
-    controlNamed("Left.Pan").makeFirstResponder();
-    QTest::keyClicks(&controlNamed("Left.Pan"), "12");
-    QTest::keyClick(&controlNamed("Left.Pan"), Qt::Key_Tab);
-    QCOMPARE(left.selectedControl(), &controlNamed("Left.Dimmer"));
-    left.setIsKey(true);
-    right.setIsKey(true);
-    ControlView::reset();
-    DMXControl::reset();
+    {
+        EditView editView;
+        ControlView leftView(left, editView);
+        ControlView rightView(right, editView);
+        leftView.select(rig_->control("Left.Pan"));
+        QTest::keyClicks(&leftView, "12");
+        QTest::keyClick(&leftView, Qt::Key_Tab);
+        QCOMPARE(left.selectedControl(), &rig_->control("Left.Dimmer"));
+        QCOMPARE(rig_->control("Left.Pan").value(), 12U);
+        for (ControlView* const view : {&leftView, &rightView}) {
+            view->show();
+            view->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(view));
+        }
+    }
+    state_->restoreControlSelections();
+    rig_->fixtures().remove(0, 1);
+    QCOMPARE(right.selectedControl(), nullptr);
 }
 
 void tst_SavedState::storedSelectionsOfAWrongTypeDoNothing_data() {
@@ -282,7 +294,7 @@ void tst_SavedState::storedSelectionsOfAWrongTypeDoNothing_data() {
 void tst_SavedState::storedSelectionsOfAWrongTypeDoNothing() {
     QFETCH(const QVariant, stored);
 
-    ControlView& left = rig_->add("Left", {"Dimmer"});
+    Fixture& left = rig_->add("Left", {"Dimmer"});
     defaults_->setObject(stored, selectionsKey);
     state_->restoreControlSelections();
     QCOMPARE(left.selectedControl(), nullptr);

@@ -6,9 +6,9 @@
 
 #include <utility>
 
-PaintCount::PaintCount(const QWidget& widget) : widget_(widget) {
+PaintCount::PaintCount(QWidget& widget, const QRect& place) : place_(place) {
     QCoreApplication::processEvents();
-    widget.parentWidget()->installEventFilter(this);
+    widget.installEventFilter(this);
 }
 
 int PaintCount::take() {
@@ -19,7 +19,7 @@ int PaintCount::take() {
 bool PaintCount::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Paint) {
         const QRegion& due = static_cast<QPaintEvent*>(event)->region();
-        paints_ += due.intersects(widget_.geometry()) ? 1 : 0;
+        paints_ += due.intersects(place_) ? 1 : 0;
     }
     return QObject::eventFilter(watched, event);
 }

@@ -1,24 +1,25 @@
 #pragma once
 
 #include <QObject>
+#include <QRect>
 
 class QWidget;
 
-/// Counts how often the place of a widget is painted by its parent, which draws it, for as long as the widget
-/// lives. It has to be on the screen.
+/// Counts how often a place in a widget is painted, for as long as the widget lives. It has to be on the
+/// screen.
 class PaintCount : public QObject {
     Q_OBJECT
 
 public:
-    explicit PaintCount(const QWidget& widget);
+    PaintCount(QWidget& widget, const QRect& place);
 
-    /// Lets the parent paint what is due and returns how often it painted the place since this was last
+    /// Lets the widget paint what is due and returns how often it painted the place since this was last
     /// asked.
     int take();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    const QWidget& widget_;
+    QRect place_;
     int paints_ = 0;
 };

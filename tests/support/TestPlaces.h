@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fixtures/WindowPlaces.h"
+#include "rig/WindowPlaces.h"
 
 #include <QMap>
 

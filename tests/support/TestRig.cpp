@@ -1,8 +1,5 @@
 #include "support/TestRig.h"
 
-#include "controls/DMXControl.h"
-#include "controls/EditView.h"
-
 QVariantMap controlEntry(const QString& name, int restLevel) {
     return {{"name", name}, {"default", qlonglong{restLevel}}};
 }
@@ -15,17 +12,7 @@ QVariantMap placement(const QString& name, int universe, int address, const QVar
             {"profiles", controls}};
 }
 
-TestRig::~TestRig() {
-    ControlView::reset();
-    DMXControl::reset();
-    EditView::release();
-}
-
-ControlView& TestRig::add(const QVariantMap& placement) {
-    return ControlView::controlViewWithSettings(placement, profiles_, places_);
-}
-
-ControlView& TestRig::add(const QString& name, const QStringList& controlNames, int universe, int address) {
+Fixture& TestRig::add(const QString& name, const QStringList& controlNames, int universe, int address) {
     QVariantList controls;
     for (const QString& control : controlNames) {
         controls.append(controlEntry(control));
@@ -33,10 +20,16 @@ ControlView& TestRig::add(const QString& name, const QStringList& controlNames, 
     return add(placement(name, universe, address, controls));
 }
 
-DMXControl& controlNamed(const QString& key) {
-    const auto found = DMXControl::controlsByName().find(key);
-    if (found == DMXControl::controlsByName().end()) {
+DMXControl& TestRig::control(const QString& key) const {
+    DMXControl* const found = faders_.find(key);
+    if (!found) {
         qFatal("no control '%s'", qUtf8Printable(key));
     }
-    return *found->second;
+    return *found;
+}
+
+void TestRig::tick() {
+    engine_.tick();
+    engine_.takeNews();
+    fixtures_.tellMoved();
 }

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "fixtures/ControlView.h"
-#include "fixtures/Profiles.h"
+#include "output/Engine.h"
+#include "rig/Faders.h"
+#include "rig/Fixtures.h"
+#include "rig/Profiles.h"
 #include "support/TestPlaces.h"
 
 #include <QVariantMap>
@@ -12,24 +14,30 @@ QVariantMap controlEntry(const QString& name, int restLevel = 0);
 /// A fixture placement of one layer with its controls in place of a named profile.
 QVariantMap placement(const QString& name, int universe, int address, const QVariantList& controls);
 
-/// Fixture views as the program has them, as long as the rig lives. One at a time.
+/// Fixtures with all that they need, ticked by hand.
 class TestRig {
 public:
-    TestRig() = default;
-    ~TestRig();
-    TestRig(const TestRig&) = delete;
-    TestRig& operator=(const TestRig&) = delete;
-    TestRig(TestRig&&) = delete;
-    TestRig& operator=(TestRig&&) = delete;
+    TestRig() : fixtures_(engine_, faders_, profiles_) {}
 
-    ControlView& add(const QVariantMap& placement);
+    Fixture& add(const QVariantMap& placement) { return fixtures_.add(placement); }
     /// A fixture of 8-bit controls with these names, all at rest at 0.
-    ControlView& add(const QString& name, const QStringList& controlNames, int universe = 0, int address = 1);
+    Fixture& add(const QString& name, const QStringList& controlNames, int universe = 0, int address = 1);
+    /// The control registered under `key`; the test fails hard when there is none.
+    DMXControl& control(const QString& key) const;
+
+    /// One tick of the output, and what moved is told.
+    void tick();
+
+    Engine& engine() { return engine_; }
+    Profiles& profiles() { return profiles_; }
+    Faders& faders() { return faders_; }
+    Fixtures& fixtures() { return fixtures_; }
+    TestPlaces& places() { return places_; }
 
 private:
+    Engine engine_;
     Profiles profiles_;
+    Faders faders_;
+    Fixtures fixtures_;
     TestPlaces places_;
 };
-
-/// The control registered under `key`; the test fails hard when there is none.
-DMXControl& controlNamed(const QString& key);

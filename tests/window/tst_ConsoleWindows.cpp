@@ -1,11 +1,12 @@
 #include "window/ConsoleWindows.h"
 
-#include "controls/DMXControl.h"
-#include "cues/CueMenu.h"
+#include "panels/FixtureWindows.h"
 #include "support/TestRig.h"
+#include "window/CueMenu.h"
 #include "window/MainWindow.h"
 #include "window/OutputWindow.h"
 #include "window/Sheets.h"
+#include "window/UniverseGrid.h"
 #include "window/WindowMenu.h"
 
 #include <QLineEdit>
@@ -62,6 +63,7 @@ private slots:
 
     void windowsFromElsewhereAreBroughtToTheMainWindowsScreen();
     void theOutputWindowIsOpenedOnceAndBroughtBack();
+    void aSlotThatIsChosenInTheOutputSelectsItsFader();
 
     void theTitleInFrontIsThatOfTheActiveWindow();
     void theTitleIsTheOneThatTheWindowHasNow();
@@ -78,30 +80,34 @@ private:
         QTRY_COMPARE(QApplication::activeWindow(), &window);
     }
 
-    std::unique_ptr<TestPlaces> places_;
+    FixtureWindow* windowOf(std::size_t row) const { return fixtureWindows_->at(row); }
+
     std::unique_ptr<TestRig> rig_;
     std::unique_ptr<MainWindow> mainWindow_;
+    std::unique_ptr<FixtureWindows> fixtureWindows_;
     std::unique_ptr<ConsoleWindows> windows_;
-    ControlView* spot_ = nullptr;
-    ControlView* wash_ = nullptr;
+    Fixture* spot_ = nullptr;
+    Fixture* wash_ = nullptr;
 };
 
 void tst_ConsoleWindows::init() {
-    places_ = std::make_unique<TestPlaces>();
     rig_ = std::make_unique<TestRig>();
-    mainWindow_ = std::make_unique<MainWindow>(*places_);
-    windows_ = std::make_unique<ConsoleWindows>(*mainWindow_);
+    mainWindow_ = std::make_unique<MainWindow>(rig_->places());
+    fixtureWindows_ = std::make_unique<FixtureWindows>(rig_->fixtures(), rig_->places());
+    windows_ =
+        std::make_unique<ConsoleWindows>(*mainWindow_, *fixtureWindows_, rig_->engine(), rig_->fixtures());
     mainWindow_->open();
+    fixtureWindows_->open();
     spot_ = &rig_->add("Spot", {"Dimmer"}, 0, 1);
     wash_ = &rig_->add("Wash", {"Dimmer"}, 1, 2);
-    QVERIFY(QTest::qWaitForWindowActive(wash_->window()));
+    QVERIFY(QTest::qWaitForWindowActive(windowOf(1)));
 }
 
 void tst_ConsoleWindows::cleanup() {
     windows_.reset();
-    rig_.reset();
+    fixtureWindows_.reset();
     mainWindow_.reset();
-    places_.reset();
+    rig_.reset();
 }
 
 void tst_ConsoleWindows::theMenuListsTheMainWindowAndEveryFixture() {
@@ -123,8 +129,7 @@ void tst_ConsoleWindows::theMenuFollowsTheTitles() {
 
 void tst_ConsoleWindows::theMenuFollowsTheFixtures() {
     windows_->scanWindows();
-    ControlView::reset();
-    DMXControl::reset();
+    rig_->fixtures().remove(0, 2);
     windows_->scanWindows();
     QCOMPARE(titlesAndKeys(mainWindow_->windowMenu()), QStringList{"Faderhall / Ctrl+0"});
     rig_->add("New", {"Dimmer"});
@@ -136,7 +141,7 @@ void tst_ConsoleWindows::theMenuFollowsTheFixtures() {
 void tst_ConsoleWindows::aScanWithoutATitleBringsNothingToTheFront() {
     windows_->scanWindows();
     QCoreApplication::processEvents();
-    QVERIFY(wash_->window()->isActiveWindow());
+    QVERIFY(windowOf(1)->isActiveWindow());
 }
 
 void tst_ConsoleWindows::theWindowOfThatTitleComesToTheFront_data() {
@@ -160,18 +165,18 @@ void tst_ConsoleWindows::aTitleThatNoWindowHasBringsNothingToTheFront() {
     for (const char* title : {"", "Spot", "Spot Univ: 0 Addr: 2"}) {
         windows_->scanWindows(title);
         QCoreApplication::processEvents();
-        QVERIFY(wash_->window()->isActiveWindow());
+        QVERIFY(windowOf(1)->isActiveWindow());
     }
 }
 
 void tst_ConsoleWindows::aFixtureThatIsChosenInTheTableComesToTheFront() {
     emit mainWindow_->fixtureChosen(0);
-    QTRY_COMPARE(QApplication::activeWindow(), spot_->window());
-    wash_->window()->showMinimized();
+    QTRY_COMPARE(QApplication::activeWindow(), windowOf(0));
+    windowOf(1)->showMinimized();
     emit mainWindow_->fixtureChosen(1);
-    QTRY_COMPARE(QApplication::activeWindow(), wash_->window());
+    QTRY_COMPARE(QApplication::activeWindow(), windowOf(1));
     emit mainWindow_->fixtureChosen(2);
-    QCOMPARE(QApplication::activeWindow(), wash_->window());
+    QCOMPARE(QApplication::activeWindow(), static_cast<QWidget*>(windowOf(1)));
 }
 
 void tst_ConsoleWindows::keysLeadRoundTheWindows_data() {
@@ -190,9 +195,9 @@ void tst_ConsoleWindows::keysLeadRoundTheWindows() {
     QFETCH(const Qt::KeyboardModifiers, modifiers);
     QFETCH(const bool, forward);
     windows_->scanWindows();
-    QList<QWidget*> expected{mainWindow_.get(), spot_->window(), wash_->window()};
+    QList<QWidget*> expected{mainWindow_.get(), windowOf(0), windowOf(1)};
     if (!forward) {
-        expected = {spot_->window(), mainWindow_.get(), wash_->window()};
+        expected = {windowOf(0), mainWindow_.get(), windowOf(1)};
     }
     for (const QWidget* const window : expected) {
         QTest::keyClick(QApplication::activeWindow()->windowHandle(), key, modifiers);
@@ -202,14 +207,14 @@ void tst_ConsoleWindows::keysLeadRoundTheWindows() {
 
 void tst_ConsoleWindows::windowsFromElsewhereAreBroughtToTheMainWindowsScreen() {
     const QRect screen = mainWindow_->screen()->availableGeometry();
-    spot_->window()->move(-4000, 50);
-    wash_->window()->move(60, 70);
-    wash_->window()->showMinimized();
+    windowOf(0)->move(-4000, 50);
+    windowOf(1)->move(60, 70);
+    windowOf(1)->showMinimized();
     const QPoint mainPlace = mainWindow_->pos();
     commandOf(mainWindow_->windowMenu(), "&Bring All Windows Here").trigger();
-    QTRY_COMPARE(spot_->window()->pos(), QPoint(screen.left(), 50));
-    QCOMPARE(wash_->window()->pos(), QPoint(60, 70));
-    QVERIFY(!wash_->window()->isMinimized());
+    QTRY_COMPARE(windowOf(0)->pos(), QPoint(screen.left(), 50));
+    QCOMPARE(windowOf(1)->pos(), QPoint(60, 70));
+    QVERIFY(!windowOf(1)->isMinimized());
     QCOMPARE(mainWindow_->pos(), mainPlace);
     QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(mainWindow_.get()));
 }
@@ -220,7 +225,7 @@ void tst_ConsoleWindows::theOutputWindowIsOpenedOnceAndBroughtBack() {
     command.trigger();
     auto* const output = mainWindow_->findChild<OutputWindow*>();
     QVERIFY(output && output->isVisible());
-    activate(*spot_->window());
+    activate(*windowOf(0));
     output->close();
     command.trigger();
     QVERIFY(output->isVisible());
@@ -229,11 +234,27 @@ void tst_ConsoleWindows::theOutputWindowIsOpenedOnceAndBroughtBack() {
     QCOMPARE(windows_->frontTitle(), QString("Faderhall"));
 }
 
+void tst_ConsoleWindows::aSlotThatIsChosenInTheOutputSelectsItsFader() {
+    commandOf(mainWindow_->windowMenu(), "&Output").trigger();
+    auto* const output = mainWindow_->findChild<OutputWindow*>();
+    QVERIFY(QTest::qWaitForWindowActive(output));
+    windowOf(0)->showMinimized();
+    UniverseGrid& grid = *output->grids().at(0);
+    QTest::mouseClick(&grid, Qt::LeftButton, {}, grid.slotRect(0).center());
+    QCOMPARE(spot_->selectedControl(), &rig_->control("Spot.Dimmer"));
+    QVERIFY(rig_->control("Spot.Dimmer").firstResponder());
+    QCOMPARE(wash_->selectedControl(), nullptr);
+    QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(windowOf(0)));
+    QVERIFY(!windowOf(0)->isMinimized());
+    QTest::keyClicks(&windowOf(0)->view(), "77\r");
+    QCOMPARE(rig_->control("Spot.Dimmer").value(), 77U);
+}
+
 void tst_ConsoleWindows::theTitleInFrontIsThatOfTheActiveWindow() {
     QCOMPARE(windows_->frontTitle(), QString("Wash Univ: 1 Addr: 2"));
     activate(*mainWindow_);
     QCOMPARE(windows_->frontTitle(), QString("Faderhall"));
-    activate(*spot_->window());
+    activate(*windowOf(0));
     QCOMPARE(windows_->frontTitle(), QString("Spot Univ: 0 Addr: 1"));
 }
 
@@ -252,17 +273,17 @@ void tst_ConsoleWindows::aSheetCountsAsItsWindow() {
 }
 
 void tst_ConsoleWindows::whileAnotherProgramHasTheKeyboardItIsTheLastOne() {
-    activate(*spot_->window());
+    activate(*windowOf(0));
     QApplication::setActiveWindow(nullptr);
     QVERIFY(!QApplication::activeWindow());
     QCOMPARE(windows_->frontTitle(), QString("Spot Univ: 0 Addr: 1"));
 }
 
 void tst_ConsoleWindows::withoutAWindowThereIsNoTitle() {
-    ControlView::reset();
-    DMXControl::reset();
+    rig_->fixtures().remove(0, 2);
     mainWindow_->hide();
-    QVERIFY(ConsoleWindows(*mainWindow_).frontTitle().isNull());
+    const ConsoleWindows none(*mainWindow_, *fixtureWindows_, rig_->engine(), rig_->fixtures());
+    QVERIFY(none.frontTitle().isNull());
 }
 
 void tst_ConsoleWindows::whileASheetIsOpenFixtureWindowsKnowTheCommands() {
@@ -270,17 +291,17 @@ void tst_ConsoleWindows::whileASheetIsOpenFixtureWindowsKnowTheCommands() {
     mainWindow_->cueMenu().setupCueMenu({"1"}, {});
     const QSignalSpy chosen(&mainWindow_->cueMenu(), &CueMenu::cueAction);
     openTextSheet(*mainWindow_, question, [](const QString&) {});
-    activate(*spot_->window());
-    DMXControl& fader = controlNamed("Spot.Dimmer");
-    fader.setFocus();
-    QTest::keyClick(&fader, Qt::Key_A, Qt::ControlModifier);
+    activate(*windowOf(0));
+    ControlView& view = windowOf(0)->view();
+    view.select(rig_->control("Spot.Dimmer"));
+    QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
     QCOMPARE(chosen.size(), 1);
 
     mainWindow_->cueMenu().setupCueMenu({"1", "2"}, {}); // new items, known just as well
-    QTest::keyClick(&fader, Qt::Key_X, Qt::ControlModifier | Qt::AltModifier);
+    QTest::keyClick(&view, Qt::Key_X, Qt::ControlModifier | Qt::AltModifier);
     QCOMPARE(chosen.size(), 2);
-    QTest::keyClick(&fader, Qt::Key_2, Qt::ControlModifier);
-    QVERIFY(QTest::qWaitForWindowActive(wash_->window()));
+    QTest::keyClick(&view, Qt::Key_2, Qt::ControlModifier);
+    QVERIFY(QTest::qWaitForWindowActive(windowOf(1)));
 }
 
 void tst_ConsoleWindows::whileASheetIsOpenItsFieldKeepsItsEditingKeys() {

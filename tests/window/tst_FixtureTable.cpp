@@ -1,6 +1,5 @@
 #include "window/FixtureTable.h"
 
-#include "controls/DMXControl.h"
 #include "rigging/Patching.h"
 #include "settings/Settings.h"
 #include "support/TestRig.h"
@@ -96,13 +95,11 @@ private:
     }
 
     Settings settings_;
-    Profiles profiles_;
-    TestPlaces places_;
     std::unique_ptr<TestRig> rig_;
     std::unique_ptr<Patching> patching_;
     std::unique_ptr<FixtureTable> table_;
-    ControlView* spot_ = nullptr;
-    ControlView* wash_ = nullptr;
+    Fixture* spot_ = nullptr;
+    Fixture* wash_ = nullptr;
 };
 
 void tst_FixtureTable::init() {
@@ -112,7 +109,7 @@ void tst_FixtureTable::init() {
     rig_ = std::make_unique<TestRig>();
     spot_ = &rig_->add(spot);
     wash_ = &rig_->add(wash);
-    patching_ = std::make_unique<Patching>(settings_, profiles_, places_);
+    patching_ = std::make_unique<Patching>(settings_, rig_->profiles(), rig_->fixtures(), rig_->places());
     table_ = std::make_unique<FixtureTable>(*patching_);
 }
 
@@ -144,7 +141,7 @@ void tst_FixtureTable::thereIsARowForEachFixture() {
 }
 
 void tst_FixtureTable::withoutFixturesThereIsNoRow() {
-    rig_.reset();
+    rig_->fixtures().remove(0, 2);
     QCOMPARE(table_->rowCount(), 0);
 }
 
@@ -153,16 +150,16 @@ void tst_FixtureTable::numbersAreShownAsTheyWereWritten() {
     spot_->setAddress(0x80000000U);
     QCOMPARE(cell(0, UniverseColumn), QString("-1"));
     QCOMPARE(cell(0, AddressColumn), QString("-2147483648"));
-    spot_->setName(QString(201, u'x'));
-    QCOMPARE(cell(0, NameColumn), QString(200, u'x') + u'…');
-    QCOMPARE(table_->index(0, NameColumn).data(Qt::ToolTipRole).toString(), QString(200, u'x') + u'…');
+    rig_->add(QString(201, u'x'), {"Dimmer"});
+    QCOMPARE(cell(2, NameColumn), QString(200, u'x') + u'…');
+    QCOMPARE(table_->index(2, NameColumn).data(Qt::ToolTipRole).toString(), QString(200, u'x') + u'…');
 }
 
 void tst_FixtureTable::whatIsNoCellIsEmpty() {
     QCOMPARE(table_->data({}, Qt::DisplayRole).toString(), QString());
     QCOMPARE(table_->data(table_->index(2, 0), Qt::DisplayRole).toString(), QString());
     const QModelIndex lastCell = table_->index(1, AddressColumn);
-    ControlView::reset();
+    rig_->fixtures().remove(0, 2);
     QCOMPARE(table_->data(lastCell, Qt::DisplayRole).toString(), QString());
     QVERIFY(!table_->data(lastCell, Qt::DecorationRole).isValid());
     QVERIFY(!table_->data(lastCell, Qt::ToolTipRole).isValid());
@@ -185,7 +182,7 @@ void tst_FixtureTable::anEditedAddressMovesTheFixture() {
     QCOMPARE(spot_->controls().at(0)->address(), 16U);
     QCOMPARE(spot_->controls().at(1)->address(), 17U);
     QCOMPARE(spot_->controls().at(1)->toolTip(), QString("Univ: 0, Addr: 18"));
-    QCOMPARE(spot_->window()->windowTitle(), QString("Spot Univ: 0 Addr: 17"));
+    QCOMPARE(spot_->title(), QString("Spot Univ: 0 Addr: 17"));
     QCOMPARE(placed(0, "address"), QVariant(17LL));
     QCOMPARE(placed(0, "universe"), QVariant(0LL));
     QCOMPARE(placed(1, "address"), QVariant(20LL));
@@ -201,7 +198,7 @@ void tst_FixtureTable::anEditedUniverseMovesTheFixture() {
     QVERIFY(edit(1, UniverseColumn, "5"));
     QCOMPARE(wash_->universe(), 5U);
     QCOMPARE(wash_->controls().at(0)->toolTip(), QString("Univ: 5, Addr: 20"));
-    QCOMPARE(wash_->window()->windowTitle(), QString("Wash Univ: 5 Addr: 20"));
+    QCOMPARE(wash_->title(), QString("Wash Univ: 5 Addr: 20"));
     QCOMPARE(placed(1, "universe"), QVariant(5LL));
     QCOMPARE(placed(0, "universe"), QVariant(0LL));
     QCOMPARE(spot_->universe(), 0U);
@@ -279,7 +276,7 @@ void tst_FixtureTable::aRowWithoutAFixtureChangesNothing() {
     edit(2, AddressColumn, "17");
     QCOMPARE(edited.size(), 1);
     const QModelIndex cellOfAFixture = table_->index(1, AddressColumn);
-    ControlView::reset();
+    rig_->fixtures().remove(0, 2);
     table_->setData(cellOfAFixture, "17", Qt::EditRole);
     QCOMPARE(edited.size(), 2);
     QCOMPARE(settings_.dictionary(), before);
@@ -435,8 +432,7 @@ void tst_FixtureTable::aRebuildTakesAnOpenEditorAwayUnread() {
 
     const QSignalSpy edited(table_.get(), &FixtureTable::edited);
     table_->detach();
-    ControlView::reset();
-    DMXControl::reset();
+    rig_->fixtures().remove(0, 2);
     QCoreApplication::processEvents();
     rig_->add(placement("New", 7, 8, {controlEntry("Dimmer")}));
     table_->attach();

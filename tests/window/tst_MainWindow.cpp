@@ -1,9 +1,9 @@
 #include "window/MainWindow.h"
 
-#include "controls/DMXControl.h"
-#include "cues/CueMenu.h"
+#include "panels/FixtureWindows.h"
 #include "support/TestRig.h"
 #include "window/AddressField.h"
+#include "window/CueMenu.h"
 #include "window/WindowMenu.h"
 
 #include <QApplication>
@@ -233,15 +233,18 @@ void tst_MainWindow::aNameThatIsNotListedMarksNothing() {
 
 void tst_MainWindow::copyAndPasteGoToTheSelectedFader() {
     TestRig rig;
-    ControlView& view = rig.add("Spot", {"Dimmer", "Pan"});
+    FixtureWindows windows(rig.fixtures(), rig.places());
+    windows.open();
+    rig.add("Spot", {"Dimmer", "Pan"});
     window_->open();
-    activate(*view.window());
-    controlNamed("Spot.Dimmer").setValue(200);
-    controlNamed("Spot.Dimmer").makeFirstResponder();
-    QTest::keyClick(&controlNamed("Spot.Dimmer"), Qt::Key_C, Qt::ControlModifier);
-    controlNamed("Spot.Pan").makeFirstResponder();
-    QTest::keyClick(&controlNamed("Spot.Pan"), Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(controlNamed("Spot.Pan").value(), 200U);
+    activate(*windows.at(0));
+    ControlView& view = windows.at(0)->view();
+    rig.control("Spot.Dimmer").setValue(200);
+    view.select(rig.control("Spot.Dimmer"));
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    view.select(rig.control("Spot.Pan"));
+    QTest::keyClick(&view, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(rig.control("Spot.Pan").value(), 200U);
 }
 
 void tst_MainWindow::copyAndPasteGoToTheTextFieldWithTheFocus() {

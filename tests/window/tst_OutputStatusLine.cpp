@@ -1,9 +1,9 @@
 #include "window/OutputStatusLine.h"
 
-#include "artnet/DMX_Universe.h"
 #include "settings/Destination.h"
 #include "settings/UserDefaults.h"
 #include "support/TestClock.h"
+#include "support/TestRig.h"
 
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -14,7 +14,6 @@
 namespace {
 
 constexpr std::uint64_t second = 1'000'000'000;
-constexpr int noSocket = -1;
 
 } // namespace
 
@@ -22,22 +21,26 @@ class tst_OutputStatusLine : public QObject {
     Q_OBJECT
 
 private slots:
+    void init();
+
     void theTextTellsWhatGoesOut_data();
     void theTextTellsWhatGoesOut();
     void theTextTellsWhySendingFails();
     void theLineLooksAsSoonAsItCanBeSeen();
     void theLineLooksAgainWithoutBeingAsked();
     void aLongTextDoesNotWidenTheWindow();
-    void cleanup();
 
 private:
     QTemporaryDir folder_;
+    std::unique_ptr<TestRig> rig_;
     UserDefaults defaults_{folder_.filePath("Faderhall.plist")};
     Destination destination_{defaults_};
 };
 
-void tst_OutputStatusLine::cleanup() {
-    DMX_Universe::releaseUniverses();
+// The engine has no socket: what it sends fails.
+void tst_OutputStatusLine::init() {
+    rig_ = std::make_unique<TestRig>();
+    rig_->add("Spot", {"Dimmer"});
 }
 
 void tst_OutputStatusLine::theTextTellsWhatGoesOut_data() {
@@ -69,12 +72,9 @@ void tst_OutputStatusLine::theTextTellsWhySendingFails() {
 void tst_OutputStatusLine::theLineLooksAsSoonAsItCanBeSeen() {
     const TestClock clock(100 * second);
     destination_.setIPAddress("10.0.0.1");
-    OutputStatusLine line(destination_);
+    OutputStatusLine line(rig_->engine(), destination_);
     QCOMPARE(line.text(), QString());
-    DMX_Universe& universe = DMX_Universe::getUniverse(1);
-    universe.setActive(true);
-    universe.setNeedsTX(true);
-    universe.sendWithSocket(noSocket, 0);
+    rig_->tick();
     line.show();
     QCOMPARE(line.text(), QString("Sending to 10.0.0.1 fails: Bad file descriptor"));
     QCOMPARE(line.toolTip(), line.text());
@@ -82,19 +82,16 @@ void tst_OutputStatusLine::theLineLooksAsSoonAsItCanBeSeen() {
 
 void tst_OutputStatusLine::theLineLooksAgainWithoutBeingAsked() {
     destination_.setIPAddress("10.0.0.1");
-    OutputStatusLine line(destination_);
+    OutputStatusLine line(rig_->engine(), destination_);
     line.show();
     QCOMPARE(line.text(), QString("Nothing is sent"));
-    DMX_Universe& universe = DMX_Universe::getUniverse(1);
-    universe.setActive(true);
-    universe.setNeedsTX(true);
-    universe.sendWithSocket(noSocket, 0);
+    rig_->tick();
     QTRY_COMPARE(line.text(), QString("Sending to 10.0.0.1 fails: Bad file descriptor"));
 }
 
 void tst_OutputStatusLine::aLongTextDoesNotWidenTheWindow() {
     QStatusBar bar;
-    OutputStatusLine line(destination_);
+    OutputStatusLine line(rig_->engine(), destination_);
     bar.addWidget(&line, 1);
     const int width = bar.minimumSizeHint().width();
     line.setText(QString(500, 'x'));

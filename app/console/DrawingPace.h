@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+/// How often what moves is drawn: with every tick, as long as that takes no more than its share of one core,
+/// and less often past that. All in nanoseconds.
+class DrawingPace {
+public:
+    /// Of one core, for all that the thread does which draws.
+    static constexpr double share = 0.2;
+
+    /// Notes that drawing is asked for at the moment `now` of the monotonic clock, when the thread has used
+    /// `processorTime` in all.
+    void asked(std::uint64_t now, std::uint64_t processorTime);
+    /// How long to wait, at such a moment, until drawing may be asked for again; 0 when it may at once.
+    std::uint64_t pause(std::uint64_t now, std::uint64_t processorTime) const;
+
+private:
+    std::uint64_t lastAsked_ = 0;
+    std::uint64_t usedThen_ = 0;
+};
+
+/// The processor time that the calling thread has used so far, in nanoseconds.
+std::uint64_t threadProcessorNanoseconds();

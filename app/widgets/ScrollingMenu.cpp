@@ -1,7 +1,0 @@
-#include "widgets/ScrollingMenu.h"
-
-#include <QMenu>
-
-void scrollInOneColumn(QMenu& menu) {
-    menu.setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
-}
