@@ -6,6 +6,7 @@ set(FADERHALL_TEST_ENVIRONMENT
     "XDG_CONFIG_HOME=${PROJECT_BINARY_DIR}/home/.config"
     "LC_ALL=C.UTF-8"
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp"
+    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/threads.supp"
     "UBSAN_OPTIONS=print_stacktrace=1")
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/home)
 
