@@ -16,6 +16,7 @@ set(icns ${CMAKE_CURRENT_BINARY_DIR}/faderhall.icns)
 execute_process(COMMAND iconutil --convert icns --output ${icns} ${icons} COMMAND_ERROR_IS_FATAL ANY)
 
 install(TARGETS faderhall BUNDLE DESTINATION .)
+install(TARGETS faderhall-headless RUNTIME DESTINATION Faderhall.app/Contents/MacOS)
 install(FILES
     ${icns}
     ${PROJECT_SOURCE_DIR}/resources/profiles.plist

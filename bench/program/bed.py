@@ -1,8 +1,6 @@
 """What a case is measured on: a display, a build, and a home of its own for each console."""
 
-import signal
 import time
-from contextlib import contextmanager
 from typing import NamedTuple
 
 from arrivals import Arrivals
@@ -16,16 +14,7 @@ from x11 import Line
 
 
 class Screen(Display):
-    """A display that can be held up."""
-
-    @contextmanager
-    def stopped(self):
-        """It answers nobody meanwhile."""
-        self._server.send_signal(signal.SIGSTOP)
-        try:
-            yield
-        finally:
-            self._server.send_signal(signal.SIGCONT)
+    """A display whose windows are put where they are to be measured."""
 
     def wait_until_empty(self):
         """Waits until the window manager has let go of the windows of programs that have ended."""

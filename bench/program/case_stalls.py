@@ -100,30 +100,13 @@ def hung_clipboard(bed):
         console = bed.running(rig, stack)
         console.select(Fader(title(rig.views[0]), 0, 3))
         for selection in ("clipboard", "primary"):
-            stack.enter_context(hung_owner(bed.display, selection))
+            stack.enter_context(bed.display.hung_owner(selection))
 
         def trouble():
             bed.display.activate(title(rig.views[0]))
             bed.display.key("ctrl+v")
 
         yield from readings_of_fade(bed, console, trouble)
-
-
-@contextmanager
-def hung_owner(display, selection):
-    """A program that owns a selection and does not answer who asks for it."""
-    owner = subprocess.Popen(["xclip", "-quiet", "-selection", selection, "-t", "text/plain", "-in"],
-                             env={**os.environ, "DISPLAY": display.name}, stdin=subprocess.PIPE,
-                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    try:
-        owner.stdin.write(b"9")
-        owner.stdin.close()
-        time.sleep(0.3)
-        owner.send_signal(signal.SIGSTOP)
-        yield
-    finally:
-        owner.kill()
-        owner.wait()
 
 
 # --- Disks -------------------------------------------------------------------------------------------------

@@ -9,14 +9,10 @@ from home import Home
 from receiver import Receiver
 
 
-class ConsoleTestCase(unittest.TestCase):
-    """One display per class; a home and a receiver on 127.0.0.1 per test."""
+class RigTestCase(unittest.TestCase):
+    """A home and a receiver on 127.0.0.1 per test."""
 
     maxDiff = None
-
-    @classmethod
-    def setUpClass(cls):
-        cls.display = cls.enterClassContext(Display())
 
     def setUp(self):
         self.home = self.enterContext(Home(stage.PROFILES, stage.CONFIGURATIONS))
@@ -24,10 +20,6 @@ class ConsoleTestCase(unittest.TestCase):
 
     def make_receiver(self):
         return Receiver()
-
-    def console(self, titles=tuple(stage.WINDOWS), **options):
-        """A console for a with statement."""
-        return Console(self.display, self.home, titles, **options)
 
     def wait_for_front(self, slots):
         """Waits for levels of the front spot; what is not named has its default."""
@@ -39,3 +31,15 @@ class ConsoleTestCase(unittest.TestCase):
     def levels_of(self, universe, slot, channels=1):
         """The levels a control went through so far, one after the other."""
         return [level for _, level in self.receiver.course(universe, slot, channels)]
+
+
+class ConsoleTestCase(RigTestCase):
+    """One display per class besides."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.display = cls.enterClassContext(Display())
+
+    def console(self, titles=tuple(stage.WINDOWS), **options):
+        """A console for a with statement."""
+        return Console(self.display, self.home, titles, **options)

@@ -3,6 +3,7 @@
 import os
 import re
 import select
+import signal
 import subprocess
 from contextlib import ExitStack, contextmanager
 
@@ -57,6 +58,32 @@ class Display:
     def kill(self):
         """Ends the display server under its programs."""
         self._server.kill()
+
+    @contextmanager
+    def stopped(self):
+        """The display server answers nobody within the block."""
+        self._server.send_signal(signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            self._server.send_signal(signal.SIGCONT)
+
+    @contextmanager
+    def hung_owner(self, selection="clipboard"):
+        """Within the block a program owns the selection and answers nobody who asks for it."""
+        owner = subprocess.Popen(["xclip", "-quiet", "-selection", selection, "-t", "text/plain", "-in"],
+                                 env=self._environment, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+                                 stderr=subprocess.DEVNULL)
+        try:
+            owner.stdin.write(b"9")
+            owner.stdin.close()
+            wait_until(lambda: b"text/plain" in self.run("xclip", "-selection", selection, "-t", "TARGETS", "-out"),
+                       f"an owner of the {selection}")
+            owner.send_signal(signal.SIGSTOP)
+            yield
+        finally:
+            owner.kill()
+            owner.wait()
 
     def _start_window_manager(self, stack):
         # It overlooks windows that open before it has come to its startup command.

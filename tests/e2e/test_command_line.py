@@ -7,8 +7,9 @@ from pathlib import Path
 
 import stage
 from case import ConsoleTestCase
-from console import PROGRAM, environment
+from console import PROGRAM
 from home import Home, read, write
+from program import environment
 from stage import DIMMER
 
 GARBAGE = b"<?xml version='1.0'?><plist><dict><key>views</key>"

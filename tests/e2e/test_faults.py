@@ -13,9 +13,10 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
-from console import INSTRUMENTED, PROGRAM, Console, environment
+from console import INSTRUMENTED, PROGRAM, Console
 from display import Display
 from home import write
+from program import environment
 from stage import DIMMER, FRONT, STAGE
 from waiting import wait_until
 

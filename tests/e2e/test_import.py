@@ -8,8 +8,9 @@ import unittest
 from pathlib import Path
 
 from case import ConsoleTestCase
-from console import PROGRAM, Fader, environment
+from console import PROGRAM, Fader
 from home import Home, read, write
+from program import environment
 from stage import placement
 from waiting import wait_until
 

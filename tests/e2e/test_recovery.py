@@ -6,11 +6,12 @@ import unittest
 
 import stage
 from case import ConsoleTestCase
-from console import ADDRESS_CELL, PROGRAM, TRACEABLE, UNIVERSE_CELL, Console, environment
+from console import ADDRESS_CELL, PROGRAM, TRACEABLE, UNIVERSE_CELL, Console
 from cues import new_cue
 from display import Display
 from home import write
 from injection import injected
+from program import environment
 from stage import BACK, BACK_DIMMER, DIMMER, MAIN, STAGE
 from waiting import wait_until
 

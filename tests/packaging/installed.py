@@ -8,6 +8,7 @@ from pathlib import Path
 BUILD = os.environ["FADERHALL_BUILD"]
 CMAKE = os.environ["CMAKE"]
 IDENTIFIER = "com.ktq.orvaneapplications.faderhall"
+PROGRAM, HEADLESS, COMMON = PARTS = ("faderhall", "faderhall-headless", "faderhall-common")
 
 
 def output_of(*command, given=""):
@@ -20,20 +21,22 @@ def output_of(*command, given=""):
 
 
 class InstalledTree:
-    """What `cmake --install` puts below a prefix; it goes with the block."""
+    """What `cmake --install` puts below a prefix, all of it or one part; it goes with the block."""
+
+    def __init__(self, part=None):
+        self._part = ["--component", part] if part else []
 
     def __enter__(self):
         self._scratch = tempfile.TemporaryDirectory(prefix="faderhall-installed-")
         self.prefix = Path(self._scratch.name)
-        output_of(CMAKE, "--install", BUILD, "--prefix", self.prefix)
+        output_of(CMAKE, "--install", BUILD, "--prefix", self.prefix, *self._part)
         return self
 
     def __exit__(self, *_):
         self._scratch.cleanup()
 
-    @property
-    def program(self):
-        return self.prefix / "bin" / "faderhall"
+    def program(self, name=PROGRAM):
+        return self.prefix / "bin" / name
 
     @property
     def files(self):
