@@ -1,12 +1,14 @@
 """Assistive technology on message buses of its own: what it sees of the program, by role and name."""
 
 import os
+import time
 from contextlib import ExitStack
 
 from display import running
 from waiting import wait_until
 
 VALUE_CHANGED = "object:property-change:accessible-value"
+FOCUS_CHANGED = "object:state-changed:focused"
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
@@ -58,24 +60,46 @@ class Accessibility:
 
     def levels_announced(self, while_doing, count):
         """The names and levels that are announced until there are so many of them."""
+        def level(event):
+            return event.source.name, event.source.queryValue().currentValue
+
+        return self._announced(VALUE_CHANGED, level, while_doing, lambda announced: len(announced) >= count)
+
+    def focus_announced(self, while_doing, last):
+        """The names of what gets the focus, one after the other, until nothing but `last` has it for a second."""
+        def name(event):
+            return event.source.name if event.detail1 else None
+
+        since = time.monotonic()
+
+        def is_over(announced):
+            nonlocal since
+            if [name for name in announced if name is not None][-1:] != [last]:
+                since = time.monotonic()
+            return time.monotonic() - since >= 1
+
+        announced = self._announced(FOCUS_CHANGED, name, while_doing, is_over)
+        return [name for name in announced if name is not None]
+
+    def _announced(self, kind, told, while_doing, is_enough):
         from gi.repository import GLib
         announced = []
 
         def keep(event):
-            announced.append((event.source.name, event.source.queryValue().currentValue))
+            announced.append(told(event))
 
-        self._client.Registry.registerEventListener(keep, VALUE_CHANGED)
+        self._client.Registry.registerEventListener(keep, kind)
         try:
             while_doing()
             context = GLib.MainContext.default()
 
             def enough():
                 context.iteration(False)
-                return len(announced) >= count
+                return is_enough(announced)
 
-            wait_until(enough, lambda: f"{count} announcements, {announced} came")
+            wait_until(enough, lambda: f"announcements, {announced} came")
         finally:
-            self._client.Registry.deregisterEventListener(keep, VALUE_CHANGED)
+            self._client.Registry.deregisterEventListener(keep, kind)
         return announced
 
     def find(self, role, name):

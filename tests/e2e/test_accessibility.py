@@ -90,6 +90,17 @@ class AccessibilityTest(ConsoleTestCase):
         announced = self.accessibility.levels_announced(lambda: self.display.key("Right"), 1)
         self.assertEqual(announced, [("Par 2 White", 1)])
 
+    def test_the_focus_is_announced_of_the_fader_with_the_keys(self):
+        self.slider("Par 2 White").queryComponent().grabFocus()
+        self.display.wait_for_front("Par 2 Univ: 0 Addr: 16")
+        self.accessibility.focus_announced(lambda: self.display.key("Up"), "Par 2 Blue")
+
+    def test_the_focus_is_announced_of_the_selected_fader_when_its_window_comes_to_the_front(self):
+        self.slider("Par 2 White").queryComponent().grabFocus()
+        self.display.wait_for_front("Par 2 Univ: 0 Addr: 16")
+        self.display.activate("Faderhall")
+        self.accessibility.focus_announced(lambda: self.display.activate("Par 2 Univ: 0 Addr: 16"), "Par 2 White")
+
     def test_labels_are_text(self):
         labels = self.accessibility.names("label")
         for label in ("Position", "Intensity", "Cell 8"):
