@@ -9,6 +9,7 @@
 #include "settings/UserDefaults.h"
 
 #include <cstdlib>
+#include <system_error>
 
 namespace {
 
@@ -37,7 +38,12 @@ StartedConsole::StartedConsole(const QString& resources, const QString& address)
     if (!address.isNull()) {
         console_->setIPAddress(address);
     }
-    console_->startOutput();
+    try {
+        console_->startOutput();
+    } catch (const std::system_error&) {
+        printError("Faderhall cannot start: the system gives it no thread to send on.");
+        exitStatus_ = EXIT_FAILURE;
+    }
 }
 
 bool prepareProcess() {

@@ -36,7 +36,8 @@ public:
     /// Reads the tables, then the rig that is saved or that a run which ended badly left, and sets its levels
     /// and the address. Nothing is sent yet. Needs no application object.
     void load();
-    /// From now on the output ticks, on a thread of its own. Needs no application object.
+    /// From now on the output ticks, on a thread of its own. Needs no application object. Throws
+    /// std::system_error where the system gives no thread.
     void startOutput();
     /// From now on the console follows its output and keeps the show safe. Needs an event loop.
     void follow();
