@@ -8,8 +8,9 @@ import time
 from contextlib import contextmanager
 from pathlib import Path
 
-from console import Console, environment
+from console import Console
 from process import Process
+from program import environment
 from waiting import wait_until
 from x11 import Line
 
