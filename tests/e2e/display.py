@@ -77,13 +77,17 @@ class Display:
         try:
             owner.stdin.write(b"9")
             owner.stdin.close()
-            wait_until(lambda: b"text/plain" in self.run("xclip", "-selection", selection, "-t", "TARGETS", "-out"),
-                       f"an owner of the {selection}")
+            wait_until(lambda: self._is_owned(selection), f"an owner of the {selection}")
             owner.send_signal(signal.SIGSTOP)
             yield
         finally:
             owner.kill()
             owner.wait()
+
+    def _is_owned(self, selection):
+        answer = subprocess.run(["xclip", "-selection", selection, "-t", "TARGETS", "-out"], env=self._environment,
+                                capture_output=True, check=False, timeout=30)
+        return b"text/plain" in answer.stdout
 
     def _start_window_manager(self, stack):
         # It overlooks windows that open before it has come to its startup command.
