@@ -95,7 +95,12 @@ void AppDelegate::applicationDidFinishLaunching() {
 // Brings the menus in line with the windows that are there, and once all are, the one that was in front to
 // the front.
 void AppDelegate::takeUpWindows() {
-    windows_.scanWindows(fixtureWindows_.areAllShown() ? std::exchange(mainTitle_, {}) : QString());
+    if (!fixtureWindows_.areAllShown()) {
+        windows_.scanWindows();
+        return;
+    }
+    const QString title = std::exchange(mainTitle_, {});
+    windows_.scanWindows(fixtureWindows_.wereTakenOver() ? QString() : title);
 }
 
 void AppDelegate::setIPAddress(const QString& dotted) {
@@ -135,5 +140,5 @@ void AppDelegate::sessionEnds() {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    console_.terminate(windows_.frontTitle());
+    console_.terminate(mainTitle_.isNull() ? windows_.frontTitle() : mainTitle_);
 }

@@ -73,8 +73,9 @@ void Console::createFixtures() {
 
 // --- What the output has done --------------------------------------------------------------------------
 
-// Drawing what moved is put off while it takes more than its share.
+// Drawing what moved is put off while it takes more than its share; keeping it safe is not.
 void Console::heardNews() {
+    showKeeper_.showChanged();
     const std::uint64_t now = monotonicNanoseconds();
     const std::uint64_t used = threadProcessorNanoseconds();
     if (const std::uint64_t pause = pace_.pause(now, used); pause > 0) {

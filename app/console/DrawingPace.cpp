@@ -1,5 +1,6 @@
 #include "console/DrawingPace.h"
 
+#include <algorithm>
 #include <ctime>
 
 void DrawingPace::asked(std::uint64_t now, std::uint64_t processorTime) {
@@ -8,9 +9,12 @@ void DrawingPace::asked(std::uint64_t now, std::uint64_t processorTime) {
 }
 
 std::uint64_t DrawingPace::pause(std::uint64_t now, std::uint64_t processorTime) const {
+    if (now - lastAsked_ > longestPause) {
+        return 0;
+    }
     const auto used = static_cast<double>(processorTime - usedThen_);
     const std::uint64_t due = lastAsked_ + static_cast<std::uint64_t>(used / share);
-    return due > now ? due - now : 0;
+    return due > now ? std::min(due - now, longestPause) : 0;
 }
 
 std::uint64_t threadProcessorNanoseconds() {

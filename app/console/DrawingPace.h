@@ -12,6 +12,10 @@ public:
     /// Notes that drawing is asked for at the moment `now` of the monotonic clock, when the thread has used
     /// `processorTime` in all.
     void asked(std::uint64_t now, std::uint64_t processorTime);
+    /// No pause is longer, and what was used longer ago than this counts for nothing: it need not have been
+    /// drawing.
+    static constexpr std::uint64_t longestPause = 1'000'000'000;
+
     /// How long to wait, at such a moment, until drawing may be asked for again; 0 when it may at once.
     std::uint64_t pause(std::uint64_t now, std::uint64_t processorTime) const;
 

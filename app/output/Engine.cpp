@@ -95,14 +95,18 @@ bool Engine::takeNews() {
 
 void Engine::tick() {
     bool isNews = false;
+    Sends sends;
     {
         const std::lock_guard hold(lock_);
         if (paused_) {
             return;
         }
         const bool changed = updateUniverses();
-        sendUniverses();
+        sends = sendUniverses();
         isNews = changed && !std::exchange(hasNews_, true);
+    }
+    if (sends.any) {
+        outageLog_.note(sends.error);
     }
     if (isNews && newsListener_) {
         newsListener_();
@@ -124,10 +128,13 @@ bool Engine::updateUniverses() {
     return news;
 }
 
-void Engine::sendUniverses() {
+Engine::Sends Engine::sendUniverses() {
+    Sends sends;
     for (auto& [number, universe] : universes_.universes()) {
         if (universe.sendWithSocket(socket_, address_) != 0) {
-            outageLog_.note(universe.sendRecord().error);
+            sends.any = true;
+            sends.error = universe.sendRecord().error != 0 ? universe.sendRecord().error : sends.error;
         }
     }
+    return sends;
 }

@@ -75,13 +75,19 @@ private:
     friend class FixtureLevels;
 
     bool updateUniverses();
-    void sendUniverses();
+    /// What became of the sends of one tick.
+    struct Sends {
+        bool any = false;
+        int error = 0; ///< errno of one that failed; 0 when none did
+    };
+
+    Sends sendUniverses();
     void clearUndrivenSlots();
 
     mutable std::mutex lock_;
     Universes universes_;
     Patch patch_;
-    OutageLog outageLog_;
+    OutageLog outageLog_; ///< the tick's own: it prints, and so not behind the lock
     int socket_ = -1;
     std::uint32_t address_ = 0;
     bool paused_ = false;

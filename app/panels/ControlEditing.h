@@ -25,6 +25,7 @@ public:
     /// `place` is in coordinates that stay where they are meanwhile.
     ControlDrag(DMXControl& control, int width, QPointF place);
 
+    bool isUnderWay() const { return control_; }
     void moveTo(QPointF place);
 
 private:

@@ -145,7 +145,7 @@ void ControlView::copy() const {
     }
 }
 
-void ControlView::paste() {
+void ControlView::paste() const {
     if (DMXControl* const control = listener()) {
         ::paste(*control);
     }
@@ -155,7 +155,7 @@ void ControlView::paste() {
 
 void ControlView::mousePressEvent(QMouseEvent* event) {
     DMXControl* const control = fixture_.controlAt(event->position().toPoint());
-    if (!control || control->dummy()) {
+    if (!control || control->dummy() || drag_.isUnderWay()) {
         event->ignore();
         return;
     }

@@ -49,7 +49,7 @@ public slots:
     void copy() const;
     /// The selected fader takes the level from the pasteboard at once; anything that is no such archive
     /// changes nothing.
-    void paste();
+    void paste() const;
 
 signals:
     /// The fixture has another universe or address.

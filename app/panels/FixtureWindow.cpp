@@ -41,9 +41,13 @@ void FixtureWindow::showTitle() {
     setWindowTitle(fixture().title().left(longestTitle));
 }
 
-void FixtureWindow::orderFront() {
+void FixtureWindow::orderIn() {
     setAttribute(Qt::WA_ShowWithoutActivating);
     show();
+}
+
+void FixtureWindow::orderFront() {
+    orderIn();
     raise();
 }
 

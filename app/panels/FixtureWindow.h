@@ -23,7 +23,9 @@ public:
     /// Goes on under another autosave name.
     void rename(const QString& autosavename) { autosavename_ = autosavename; }
 
-    /// Shows the window before the others; the keys stay where they are.
+    /// Shows the window; the keys stay where they are.
+    void orderIn();
+    /// The same, before the others.
     void orderFront();
     void makeKey();
 

@@ -3,6 +3,8 @@
 #include "rig/Fixtures.h"
 #include "rig/WindowPlaces.h"
 
+#include <QApplication>
+
 #include <algorithm>
 #include <chrono>
 #include <iterator>
@@ -17,7 +19,7 @@ constexpr int windowsAtATime = 16;
 FixtureWindows::FixtureWindows(Fixtures& fixtures, WindowPlaces& places)
     : fixtures_(fixtures), places_(places) {
     showMore_.setInterval(std::chrono::milliseconds(0));
-    connect(&showMore_, &QTimer::timeout, this, &FixtureWindows::showSome);
+    connect(&showMore_, &QTimer::timeout, this, &FixtureWindows::showMore);
 }
 
 FixtureWindows::~FixtureWindows() = default;
@@ -49,8 +51,29 @@ void FixtureWindows::makeRoom(std::size_t row, std::size_t count) {
                     std::move_iterator(room.end()));
     renameFrom(row + count);
     keyNext_ = count == 0 ? keyNext_ : fixtures_.at(row + count - 1);
+    wereTakenOver_ = false;
     showMore_.start();
     showSome();
+    if (!areAllShown()) {
+        qApp->installEventFilter(this);
+        emit changed();
+    }
+}
+
+// The toolkit closes a menu when a window comes.
+void FixtureWindows::showMore() {
+    const bool isMenuOpen = QApplication::activePopupWidget();
+    showMore_.setInterval(std::chrono::milliseconds(isMenuOpen ? 50 : 0));
+    if (!isMenuOpen) {
+        showSome();
+    }
+}
+
+bool FixtureWindows::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress) {
+        wereTakenOver_ = true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 // Out of the list first: what a window's end sets off must find the list in order.
@@ -78,8 +101,14 @@ void FixtureWindows::showSome() {
     if (!std::ranges::all_of(windows_, [](const auto& window) { return window != nullptr; })) {
         return;
     }
+    finish();
+}
+
+void FixtureWindows::finish() {
     showMore_.stop();
-    if (const Fixture* const fixture = std::exchange(keyNext_, nullptr)) {
+    qApp->removeEventFilter(this);
+    const Fixture* const fixture = std::exchange(keyNext_, nullptr);
+    if (fixture && !wereTakenOver_) {
         windowOf(*fixture).makeKey();
     }
     emit changed();
@@ -88,7 +117,11 @@ void FixtureWindows::showSome() {
 FixtureWindow& FixtureWindows::show(std::size_t row) {
     windows_[row] =
         std::make_unique<FixtureWindow>(*fixtures_.at(row), editView_, places_, autosavenameOfRow(row));
-    windows_[row]->orderFront();
+    if (wereTakenOver_) {
+        windows_[row]->orderIn();
+    } else {
+        windows_[row]->orderFront();
+    }
     return *windows_[row];
 }
 

@@ -381,7 +381,7 @@ void tst_ConfigurationSwitch::aDragEndsWithItsFixture() {
     activate(console_->fixtureWindow(0));
     DMXControl& fader = console_->control("Spot.Dimmer");
     QWindow* const pressed = console.fixtureWindow(0).windowHandle();
-    const QPoint onFader = console.placeOf(fader) + QPoint(20, 9);
+    const QPoint onFader = TestConsole::placeOf(fader) + QPoint(20, 9);
     QTest::mousePress(pressed, Qt::LeftButton, {}, onFader);
     QTest::mouseMove(pressed, onFader + QPoint(60, 0));
     QVERIFY(fader.value() > 0);

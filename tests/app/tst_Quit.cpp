@@ -329,8 +329,8 @@ void tst_Quit::workInProgressIsNoObstacle() {
         fader.setDMXValue(255, 60);
         console.tick();
     } else if (work == "drag") {
-        QTest::mousePress(&view, Qt::LeftButton, {}, console.placeOf(fader) + QPoint(10, 9));
-        QTest::mouseMove(&view, console.placeOf(fader) + QPoint(60, 9));
+        QTest::mousePress(&view, Qt::LeftButton, {}, TestConsole::placeOf(fader) + QPoint(10, 9));
+        QTest::mouseMove(&view, TestConsole::placeOf(fader) + QPoint(60, 9));
     } else if (work == "sheet") {
         console.chooseConfiguration("Tour");
     } else if (work == "cell") {

@@ -39,7 +39,9 @@ void tst_DrawingPace::drawingWaitsUntilItTookItsShare_data() {
     QTest::newRow("a millisecond early") << 10 << 49 << 1;
     QTest::newRow("more than its share") << 20 << 33 << 67;
     QTest::newRow("all of the core") << 33 << 33 << 132;
-    QTest::newRow("one picture of a second") << 1'000 << 1'000 << 4'000;
+    QTest::newRow("one picture of a second") << 1'000 << 1'000 << 1'000;
+    QTest::newRow("more than a second ago, whatever was used") << 6'000 << 1'001 << 0;
+    QTest::newRow("long ago, and the thread did something else") << 6'000 << 15'000 << 0;
     QTest::newRow("long ago") << 20 << 60'000 << 0;
 }
 

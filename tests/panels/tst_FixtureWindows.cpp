@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -51,7 +52,10 @@ private slots:
 
     void sixteenWindowsComeAtATime();
     void eventsAreHandledWhileTheyCome();
-    void allHaveComeBeforeThatIsTold();
+    void theFirstAndAllOfThemAreTold();
+    void whatTheOperatorWorksInKeepsTheKeys_data();
+    void whatTheOperatorWorksInKeepsTheKeys();
+    void noWindowComesWhileAMenuIsOpen();
     void windowOfMakesOneThatIsStillOnItsWay();
     void whatGoesWhileItsWindowIsOnItsWayGetsNone();
     void whatComesWhileOthersAreOnTheirWayComesToo();
@@ -195,7 +199,7 @@ void tst_FixtureWindows::eventsAreHandledWhileTheyCome() {
     QVERIFY(shown > 0 && shown < 40);
 }
 
-void tst_FixtureWindows::allHaveComeBeforeThatIsTold() {
+void tst_FixtureWindows::theFirstAndAllOfThemAreTold() {
     windows_->open();
     QSignalSpy changed(windows_.get(), &FixtureWindows::changed);
     rig_->fixtures().insert(0, fixtures(16));
@@ -204,12 +208,54 @@ void tst_FixtureWindows::allHaveComeBeforeThatIsTold() {
     qsizetype shown = 0;
     connect(windows_.get(), &FixtureWindows::changed, this, [&] { shown = windows_->windows().size(); });
     rig_->fixtures().insert(16, fixtures(33));
-    QCOMPARE(changed.count(), 0);
-    QVERIFY(waitForAll());
     QCOMPARE(changed.count(), 1);
+    QCOMPARE(shown, 32);
+    QVERIFY(waitForAll());
+    QCOMPARE(changed.count(), 2);
     QCOMPARE(shown, 49);
     QCoreApplication::processEvents();
-    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.count(), 2);
+}
+
+void tst_FixtureWindows::whatTheOperatorWorksInKeepsTheKeys_data() {
+    QTest::addColumn<bool>("isKey");
+
+    QTest::newRow("a key") << true;
+    QTest::newRow("the mouse") << false;
+}
+
+void tst_FixtureWindows::whatTheOperatorWorksInKeepsTheKeys() {
+    QFETCH(const bool, isKey);
+
+    windows_->open();
+    rig_->fixtures().insert(0, fixtures(40));
+    QVERIFY(!windows_->wereTakenOver());
+    ControlView& view = windows_->at(0)->view();
+    if (isKey) {
+        QTest::keyClick(&view, Qt::Key_1);
+    } else {
+        QTest::mouseClick(&view, Qt::LeftButton);
+    }
+    QVERIFY(waitForAll());
+    QVERIFY(windows_->wereTakenOver());
+    rig_->fixtures().insert(0, fixtures(1)); // what comes later asks anew
+    QVERIFY(!windows_->wereTakenOver());
+    QTest::keyClick(&view, Qt::Key_1); // all are there
+    QVERIFY(!windows_->wereTakenOver());
+}
+
+void tst_FixtureWindows::noWindowComesWhileAMenuIsOpen() {
+    windows_->open();
+    QMenu menu;
+    menu.addAction("Item");
+    rig_->fixtures().insert(0, fixtures(40));
+    menu.popup({});
+    for (int round = 0; round < 5; ++round) {
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(windows_->windows().size(), 16);
+    menu.close();
+    QVERIFY(waitForAll());
 }
 
 void tst_FixtureWindows::windowOfMakesOneThatIsStillOnItsWay() {
